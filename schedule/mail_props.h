@@ -121,6 +121,9 @@ class CMailProps {
   // The recurrence part as one line of text and back.
   std::string WriteToString();
   void ReadFromString(const std::string& text);
+  // The same read, reporting its failure to the caller instead of the log
+  // (for tools that must tell the user why a line did not read).
+  void ReadFromStringOrRaise(const std::string& text);
 
   // Day of the month (1..31) of the instance-th day matching the mask in that
   // month; 0 (logged) for invalid parameters or no match.
