@@ -87,7 +87,7 @@ TEST(DescriptionLocale, DatesFollowTheLocaleWhileWordsStayEnglish) {
   testing::ScopedLocale locale("de-DE");
   CMailProps r = testing::Record({.type = 0, .interval = 3});
   r.m_ScheduleTime = At("2025-03-03 09:30");
-  EXPECT_EQ(r.GetDescText(false), "Occurs every 3 day(s) effective 03.03.2025 09:30:00");
+  EXPECT_EQ(r.GetDescText(false), "Occurs every 3 day(s) effective 3.3.2025 09:30:00");
 }
 
 TEST(TimeFormat, DropsTheSeconds) {

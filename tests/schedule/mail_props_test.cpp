@@ -31,7 +31,7 @@ TEST(Init, MovesToTheNextHalfHourMarkAfterTheNextWholeMinute) {
     r.m_collAttachments = {"x"};
     r.Init();
     EXPECT_EQ(Text(r.m_ScheduleTime), c.expected) << c.now << ":" << c.seconds;
-    EXPECT_EQ(TimePart(r.m_ScheduleTime) * 86400.0 - std::round(TimePart(r.m_ScheduleTime) * 86400.0), 0.0);
+    EXPECT_EQ(r.m_ScheduleTime, At(c.expected)) << "a whole minute, no stray seconds";
     EXPECT_FALSE(r.m_IsRecurring);
     EXPECT_TRUE(r.m_collAttachments.empty());
     EXPECT_EQ(r.m_Interval, 4) << "Init leaves the pattern alone";

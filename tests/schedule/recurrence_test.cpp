@@ -1,6 +1,7 @@
 // The recurrence engine as a table of patterns and the send times they yield.
 #include <gtest/gtest.h>
 
+#include "base/runtime_error.h"
 #include "schedule/first_dow.h"
 #include "schedule/mail_props.h"
 #include "tests/schedule/schedule_test_util.h"
