@@ -1,0 +1,86 @@
+// Pattern and end options; see pattern_options.h.
+#include "tools/pattern_options.h"
+
+#include <limits>
+
+#include "schedule/first_dow.h"
+#include "tools/date_text.h"
+
+namespace qorvane::tool {
+
+namespace {
+
+constexpr std::int32_t kMaxInt = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t kMinInt = std::numeric_limits<std::int32_t>::min();
+
+std::int32_t OptionalInteger(const ParsedArgs& args, std::string_view name, std::int32_t fallback,
+                             std::int32_t low, std::int32_t high) {
+  auto text = args.Value(name);
+  return text ? ParseInteger(name, *text, low, high) : fallback;
+}
+
+}  // namespace
+
+std::vector<OptionSpec> PatternOptionSpecs() {
+  return {{"type"},  {"interval"}, {"mask"}, {"day-of-month"}, {"month"},
+          {"instance"}, {"start"}, {"time"}, {"first-dow"}};
+}
+
+const char* const kPatternOptionsHelp =
+    "Pattern options:\n"
+    "  --type T            0 daily, 1 weekly, 2 monthly on a day, 3 monthly on the\n"
+    "                      nth weekday, 5 yearly on a day, 6 yearly on the nth\n"
+    "                      weekday (required; other numbers are passed on as they\n"
+    "                      are and yield no occurrences)\n"
+    "  --interval N        every N days, weeks or months (0..999, default 1); a\n"
+    "                      daily pattern with 0 sends on the --mask weekdays\n"
+    "  --mask M            weekdays added together: Sunday 1, Monday 2, Tuesday 4,\n"
+    "                      Wednesday 8, Thursday 16, Friday 32, Saturday 64 (0..127)\n"
+    "  --day-of-month D    day of the month, 1..31 (a longer day than the month has\n"
+    "                      falls on its last day)\n"
+    "  --month M           month of the year, 1..12\n"
+    "  --instance I        which matching weekday of the month: 1..4, 5 = the last\n"
+    "  --start YYYY-MM-DD  first day of the pattern (required)\n"
+    "  --time HH:MM        send time of day (required)\n"
+    "  --first-dow F       first day of the week that weekly patterns count their\n"
+    "                      weeks from: 1 Sunday .. 7 Saturday, 0 the locale's own\n"
+    "                      (default 1)\n";
+
+CMailProps PatternFromArgs(const ParsedArgs& args) {
+  CMailProps props;
+  props.m_IsRecurring = true;
+  props.m_RecurrenceType = ParseInteger("type", args.Required("type"), kMinInt, kMaxInt);
+  props.m_Interval = OptionalInteger(args, "interval", 1, 0, 999);
+  props.m_DayOfWeekMask = OptionalInteger(args, "mask", 0, 0, 127);
+  props.m_DayOfMonth = OptionalInteger(args, "day-of-month", 0, 1, 31);
+  props.m_MonthOfYear = OptionalInteger(args, "month", 0, 1, 12);
+  props.m_Instance = OptionalInteger(args, "instance", 0, 1, kInstanceLast);
+  props.m_PatternStartDate = ToOleDate(ParseIsoDate("start", args.Required("start")));
+  props.m_StartTime = ToOleTime(ParseClockTime("time", args.Required("time")));
+  SetFirstDOW(OptionalInteger(args, "first-dow", 1, 0, 7));
+  return props;
+}
+
+std::vector<OptionSpec> EndOptionSpecs() {
+  return {{"occurrences"}, {"no-end", false}, {"end-date"}};
+}
+
+const char* const kEndOptionsHelp =
+    "End options (at most one; none leaves the end unset):\n"
+    "  --occurrences N     end after N sends (1..999)\n"
+    "  --no-end            recur without end\n"
+    "  --end-date YYYY-MM-DD  end on that day\n";
+
+void ApplyEndOptions(const ParsedArgs& args, CMailProps& props) {
+  int given = args.Has("occurrences") + args.Has("no-end") + args.Has("end-date");
+  if (given > 1) {
+    throw UsageError("--occurrences, --no-end and --end-date exclude one another");
+  }
+  props.m_Occurrences = OptionalInteger(args, "occurrences", 0, 1, 999);
+  props.m_NoEndDate = args.Has("no-end");
+  if (auto end = args.Value("end-date")) {
+    props.m_PatternEndDate = ToOleDate(ParseIsoDate("end-date", *end));
+  }
+}
+
+}  // namespace qorvane::tool

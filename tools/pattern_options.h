@@ -1,0 +1,28 @@
+// The options that describe a recurrence pattern and its end, shared by the
+// occurrences, describe and encode commands so that the three read the same
+// command line the same way.
+#pragma once
+
+#include <vector>
+
+#include "schedule/mail_props.h"
+#include "tools/arg_parser.h"
+
+namespace qorvane::tool {
+
+// --type, --interval, --mask, --day-of-month, --month, --instance, --start,
+// --time, --first-dow.
+std::vector<OptionSpec> PatternOptionSpecs();
+extern const char* const kPatternOptionsHelp;
+
+// A recurring record holding the pattern. --first-dow is process-wide state
+// of the engine, so it is applied here too (default 1, Sunday).
+CMailProps PatternFromArgs(const ParsedArgs& args);
+
+// --occurrences N, --no-end, --end-date: how the pattern ends; they exclude
+// one another.
+std::vector<OptionSpec> EndOptionSpecs();
+extern const char* const kEndOptionsHelp;
+void ApplyEndOptions(const ParsedArgs& args, CMailProps& props);
+
+}  // namespace qorvane::tool
