@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Builds and runs every test on both presets: linux (native g++, which also
+# builds the benchmark without running it) and windows (mingw-w64, the tests
+# run under wine). Both run to the end even when the first fails, so each
+# prints its ctest summary; the script fails if either did.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+bash scripts/install-deps.sh
+
+# wine wants a display for anything with a window; give it a virtual one
+# when there is none (CI, ssh).
+windows_ctest=(ctest --preset windows)
+if [[ -z ${DISPLAY:-} ]]; then
+  windows_ctest=(xvfb-run -a "${windows_ctest[@]}")
+fi
+
+failed=()
+run_preset() {
+  local preset=$1
+  shift
+  echo "=== preset $preset"
+  if cmake --preset "$preset" && cmake --build --preset "$preset" && "$@"; then
+    echo "=== preset $preset: passed"
+  else
+    echo "=== preset $preset: FAILED"
+    failed+=("$preset")
+  fi
+}
+
+run_preset linux ctest --preset linux
+run_preset windows "${windows_ctest[@]}"
+
+if ((${#failed[@]})); then
+  echo "test.sh: failed presets: ${failed[*]}" >&2
+  exit 1
+fi
+echo "test.sh: both presets passed"
