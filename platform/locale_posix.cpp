@@ -23,7 +23,7 @@ LocalePatterns UnitedStates() { return *BuiltinLocalePatterns("en-US"); }
 // _NL_TIME_WEEK_1STDAY, which is a Sunday (19971130) for nearly every locale
 // and a Monday (19971201) for the rest.
 int FirstDayOfWeekOf(locale_t locale) {
-#ifdef _NL_TIME_FIRST_WEEKDAY
+#ifdef __GLIBC__  // the two items are glibc's own
   const int first = static_cast<unsigned char>(*nl_langinfo_l(_NL_TIME_FIRST_WEEKDAY, locale));
   const auto weekStart = static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(nl_langinfo_l(_NL_TIME_WEEK_1STDAY, locale)));
   const int startIndex = weekStart == 19971201u ? 1 : 0;  // 0 = Sunday

@@ -70,6 +70,24 @@ TEST(CurrentLocale, UserLocaleIsRestorable) {
   EXPECT_EQ(CurrentLocale().Name(), user);
 }
 
+#ifndef _WIN32
+// Locales outside the table come from glibc when it has them installed.
+TEST(CurrentLocale, GlibcLocaleOutsideTheTable) {
+  const std::string saved = CurrentLocale().Name();
+  if (!SelectLocale("fi_FI.UTF-8")) GTEST_SKIP() << "fi_FI.UTF-8 is not installed";
+  const Locale& finnish = CurrentLocale();
+  EXPECT_EQ(finnish.ShortDateFormat(), "dd.MM.yyyy");
+  EXPECT_EQ(finnish.TimeFormat(), "HH.mm.ss");
+  EXPECT_EQ(finnish.TimeSeparator(), ".");
+  EXPECT_EQ(finnish.FirstDayOfWeek(), 2);
+  EXPECT_EQ(finnish.FormatGeneralDate(45719.395833333336), "03.03.2025 09.30.00");
+  const auto back = finnish.ParseDate("03.03.2025 09.30.00");
+  ASSERT_TRUE(back);
+  EXPECT_EQ(Seconds(*back), Seconds(45719.395833333336));
+  EXPECT_TRUE(SelectLocale(saved));
+}
+#endif
+
 class SystemAgreesWithTable : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(SystemAgreesWithTable, SameTextBothWays) {
