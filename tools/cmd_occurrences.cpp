@@ -1,7 +1,7 @@
 // qorvane occurrences: the send times the engine lists for a pattern, one a
 // line, limited by a count or a last day. Only the dates are printed, so the
 // output can be compared line by line with another calendar's.
-#include <limits>
+#include <cstdint>
 
 #include "base/variant.h"
 #include "tools/commands.h"

@@ -20,6 +20,8 @@ struct IntegerCase {
   bool ok;
   std::int32_t value;
 };
+void PrintTo(const IntegerCase& c, std::ostream* os) { *os << '"' << c.text << '"'; }
+
 
 class ParseIntegerTest : public ::testing::TestWithParam<IntegerCase> {};
 
@@ -62,6 +64,8 @@ struct DateCase {
   bool ok;
   int year, month, day;
 };
+void PrintTo(const DateCase& c, std::ostream* os) { *os << '"' << c.text << '"'; }
+
 
 class ParseIsoDateTest : public ::testing::TestWithParam<DateCase> {};
 
@@ -102,6 +106,8 @@ struct TimeCase {
   bool ok;
   int hour, minute;
 };
+void PrintTo(const TimeCase& c, std::ostream* os) { *os << '"' << c.text << '"'; }
+
 
 class ParseClockTimeTest : public ::testing::TestWithParam<TimeCase> {};
 
@@ -169,6 +175,8 @@ struct BadArgsCase {
   const char* name;
   std::vector<std::string> args;
 };
+void PrintTo(const BadArgsCase& c, std::ostream* os) { *os << '"' << c.name << '"'; }
+
 
 class ParsedArgsRefusesTest : public ::testing::TestWithParam<BadArgsCase> {};
 

@@ -4,6 +4,7 @@
 // input against exit code 2 with one message.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -45,6 +46,8 @@ struct ListingCase {
   std::vector<std::string> limit;
   std::string expected;
 };
+void PrintTo(const ListingCase& c, std::ostream* os) { *os << c.name; }
+
 
 class OccurrencesTest : public ToolTest, public ::testing::WithParamInterface<ListingCase> {};
 
@@ -91,6 +94,17 @@ INSTANTIATE_TEST_SUITE_P(Table, OccurrencesTest, ::testing::Values(
                  "--first-dow", "2"},
                 {"--count", "4"},
                 "2025-03-01 10:00\n2025-03-02 10:00\n2025-03-15 10:00\n2025-03-16 10:00\n"},
+    // German weeks start on Monday: 0 takes that, the default stays Sunday.
+    ListingCase{"WeeklyFirstDowZeroTakesTheLocales",
+                {"--type", "1", "--interval", "2", "--mask", "65", "--start", "2025-03-01", "--time", "10:00",
+                 "--first-dow", "0", "--locale", "de-DE"},
+                {"--count", "4"},
+                "2025-03-01 10:00\n2025-03-02 10:00\n2025-03-15 10:00\n2025-03-16 10:00\n"},
+    ListingCase{"WeeklyFirstDowDefaultsToSunday",
+                {"--type", "1", "--interval", "2", "--mask", "65", "--start", "2025-03-01", "--time", "10:00",
+                 "--locale", "de-DE"},
+                {"--count", "4"},
+                "2025-03-01 10:00\n2025-03-09 10:00\n2025-03-15 10:00\n2025-03-23 10:00\n"},
     ListingCase{"MonthlyDay31FallsOnMonthEnds",
                 {"--type", "2", "--day-of-month", "31", "--start", "2025-01-31", "--time", "17:00"},
                 {"--count", "4"},
@@ -210,6 +224,8 @@ struct BadLineCase {
   const char* line;
   const char* printed;  // a field the partial read must still show
 };
+void PrintTo(const BadLineCase& c, std::ostream* os) { *os << c.name; }
+
 
 class DecodeFailureTest : public ToolTest, public ::testing::WithParamInterface<BadLineCase> {};
 
@@ -265,6 +281,8 @@ struct UsageCase {
   std::vector<std::string> args;
   const char* mentions;
 };
+void PrintTo(const UsageCase& c, std::ostream* os) { *os << c.name; }
+
 
 class UsageErrorTest : public ToolTest, public ::testing::WithParamInterface<UsageCase> {};
 
