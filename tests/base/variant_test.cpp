@@ -31,7 +31,9 @@ TEST(Variant, CLngRoundsHalfToEvenAndRejectsNonNumbers) {
   for (const auto& c : cases) {
     std::int32_t value = 0;
     EXPECT_EQ(ErrorOf([&] { value = CLng(c.text); }), c.error) << c.text;
-    if (c.error == 0) EXPECT_EQ(value, c.value) << c.text;
+    if (c.error == 0) {
+      EXPECT_EQ(value, c.value) << c.text;
+    }
   }
 }
 
@@ -47,7 +49,9 @@ TEST(Variant, CBoolAcceptsNumbersAndWords) {
   for (const auto& c : cases) {
     bool value = false;
     EXPECT_EQ(ErrorOf([&] { value = CBool(c.text); }), c.error) << c.text;
-    if (c.error == 0) EXPECT_EQ(value, c.value) << c.text;
+    if (c.error == 0) {
+      EXPECT_EQ(value, c.value) << c.text;
+    }
   }
 }
 
