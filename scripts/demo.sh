@@ -14,10 +14,17 @@ tool=build/linux/tools/qorvane
 
 pattern=(--type 1 --interval 1 --mask 34 --start 2025-03-03 --time 09:30)
 
+# Echoes the command as one would type it, then runs it.
 run() {
-  printf '\n$ qorvane'
-  printf " %q" "$@"
-  printf '\n'
+  local shown=qorvane arg
+  for arg in "$@"; do
+    if [[ $arg =~ ^[A-Za-z0-9_./:=+-]+$ ]]; then
+      shown+=" $arg"
+    else
+      shown+=" '${arg//\'/\'\\\'\'}'"
+    fi
+  done
+  printf '\n$ %s\n' "$shown"
   "$tool" "$@"
 }
 
