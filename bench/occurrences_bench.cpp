@@ -148,6 +148,8 @@ void BM_Libical(benchmark::State& state, const Case* c) {
 // by its name, for the closing table.
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
+  explicit RatioReporter(OutputOptions options) : ConsoleReporter(options) {}
+
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
       if (run.run_type != Run::RT_Iteration || run.iterations == 0 || run.error_occurred) continue;
@@ -187,6 +189,19 @@ class RatioReporter : public benchmark::ConsoleReporter {
   std::map<std::string, std::pair<double, int>> ns_;
 };
 
+// The library's own reporter colours only a terminal, but that test is not
+// available to a reporter of our own; colour is therefore opt-in with
+// --benchmark_color=true, so output piped into a file stays plain.
+benchmark::ConsoleReporter::OutputOptions ConsoleOptions(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string arg = argv[i];
+    if (arg == "--benchmark_color=true" || arg == "--benchmark_color=yes" || arg == "--benchmark_color=1") {
+      return benchmark::ConsoleReporter::OO_ColorTabular;
+    }
+  }
+  return benchmark::ConsoleReporter::OO_Tabular;
+}
+
 }  // namespace
 }  // namespace qorvane::bench
 
@@ -204,9 +219,9 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark(("BM_Occurrences_Qorvane/" + std::string(c.name)).c_str(), BM_Qorvane, &c);
     benchmark::RegisterBenchmark(("BM_Occurrences_Libical/" + std::string(c.name)).c_str(), BM_Libical, &c);
   }
+  RatioReporter reporter(ConsoleOptions(argc, argv));
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-  RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   const bool met = reporter.PrintRatios();
   benchmark::Shutdown();
