@@ -12,9 +12,9 @@ namespace {
 
 std::string Dashed(std::string_view name) { return "--" + std::string(name); }
 
-const OptionSpec* FindSpec(std::span<const OptionSpec> spec, std::string_view name) {
-  auto it = std::find_if(spec.begin(), spec.end(), [&](const OptionSpec& s) { return s.name == name; });
-  return it == spec.end() ? nullptr : &*it;
+const OptionDef* FindOption(std::span<const OptionDef> options, std::string_view name) {
+  auto it = std::find_if(options.begin(), options.end(), [&](const OptionDef& s) { return s.name == name; });
+  return it == options.end() ? nullptr : &*it;
 }
 
 bool AllDigits(std::string_view text) {
@@ -35,7 +35,7 @@ int FixedDigits(std::string_view option, std::string_view whole, std::string_vie
 
 }  // namespace
 
-ParsedArgs ParsedArgs::Parse(std::span<const std::string> args, std::span<const OptionSpec> spec,
+ParsedArgs ParsedArgs::Parse(std::span<const std::string> args, std::span<const OptionDef> options,
                              std::size_t max_positional) {
   ParsedArgs parsed;
   for (std::size_t i = 0; i < args.size(); ++i) {
@@ -54,7 +54,7 @@ ParsedArgs ParsedArgs::Parse(std::span<const std::string> args, std::span<const 
       attached = std::string(body.substr(eq + 1));
       body = body.substr(0, eq);
     }
-    const OptionSpec* option = FindSpec(spec, body);
+    const OptionDef* option = FindOption(options, body);
     if (option == nullptr) {
       throw UsageError("unknown option '--" + std::string(body) + "'");
     }

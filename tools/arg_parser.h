@@ -20,7 +20,7 @@ class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-struct OptionSpec {
+struct OptionDef {
   std::string_view name;  // without the leading "--"
   bool takes_value = true;
   bool repeatable = false;
@@ -32,7 +32,7 @@ class ParsedArgs {
   // to a flag, a single option given twice, or more positional arguments
   // than max_positional. A value must not start with "--" unless it is
   // attached with "=", so that "--count --until ..." names the real mistake.
-  static ParsedArgs Parse(std::span<const std::string> args, std::span<const OptionSpec> spec,
+  static ParsedArgs Parse(std::span<const std::string> args, std::span<const OptionDef> options,
                           std::size_t max_positional);
 
   bool Has(std::string_view name) const;

@@ -26,12 +26,12 @@ int RunDescribe(Args args, std::ostream& out, std::ostream& err) {
     out << kHelp << kPatternOptionsHelp << kEndOptionsHelp;
     return 0;
   }
-  auto spec = PatternOptionSpecs();
-  for (const OptionSpec& s : EndOptionSpecs()) spec.push_back(s);
-  spec.push_back({"schedule-time"});
-  spec.push_back({"one-time", false});
-  spec.push_back({"last", false});
-  ParsedArgs parsed = ParsedArgs::Parse(args, spec, 0);
+  auto options = PatternOptionDefs();
+  for (const OptionDef& s : EndOptionDefs()) options.push_back(s);
+  options.push_back({"schedule-time"});
+  options.push_back({"one-time", false});
+  options.push_back({"last", false});
+  ParsedArgs parsed = ParsedArgs::Parse(args, options, 0);
   CMailProps props = PatternFromArgs(parsed);
   ApplyEndOptions(parsed, props);
   auto [day, time] = ParseIsoDateTime("schedule-time", parsed.Required("schedule-time"));

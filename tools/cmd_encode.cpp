@@ -25,11 +25,11 @@ int RunEncode(Args args, std::ostream& out, std::ostream& err) {
     out << kHelp << kPatternOptionsHelp << kEndOptionsHelp;
     return 0;
   }
-  auto spec = PatternOptionSpecs();
-  for (const OptionSpec& s : EndOptionSpecs()) spec.push_back(s);
-  spec.push_back({"attach", true, true});
-  spec.push_back({"one-time", false});
-  ParsedArgs parsed = ParsedArgs::Parse(args, spec, 0);
+  auto options = PatternOptionDefs();
+  for (const OptionDef& s : EndOptionDefs()) options.push_back(s);
+  options.push_back({"attach", true, true});
+  options.push_back({"one-time", false});
+  ParsedArgs parsed = ParsedArgs::Parse(args, options, 0);
   CMailProps props = PatternFromArgs(parsed);
   ApplyEndOptions(parsed, props);
   props.m_collAttachments = parsed.Values("attach");

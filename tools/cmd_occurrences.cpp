@@ -35,10 +35,10 @@ int RunOccurrences(Args args, std::ostream& out, std::ostream& err) {
     out << kHelp << kPatternOptionsHelp;
     return 0;
   }
-  auto spec = PatternOptionSpecs();
-  spec.push_back({"count"});
-  spec.push_back({"until"});
-  ParsedArgs parsed = ParsedArgs::Parse(args, spec, 0);
+  auto options = PatternOptionDefs();
+  options.push_back({"count"});
+  options.push_back({"until"});
+  ParsedArgs parsed = ParsedArgs::Parse(args, options, 0);
   CMailProps props = PatternFromArgs(parsed);
   if (parsed.Has("count") == parsed.Has("until")) {
     throw UsageError("give exactly one of --count and --until");

@@ -21,7 +21,7 @@ std::int32_t OptionalInteger(const ParsedArgs& args, std::string_view name, std:
 
 }  // namespace
 
-std::vector<OptionSpec> PatternOptionSpecs() {
+std::vector<OptionDef> PatternOptionDefs() {
   return {{"type"},  {"interval"}, {"mask"}, {"day-of-month"}, {"month"},
           {"instance"}, {"start"}, {"time"}, {"first-dow"}};
 }
@@ -61,7 +61,7 @@ CMailProps PatternFromArgs(const ParsedArgs& args) {
   return props;
 }
 
-std::vector<OptionSpec> EndOptionSpecs() {
+std::vector<OptionDef> EndOptionDefs() {
   return {{"occurrences"}, {"no-end", false}, {"end-date"}};
 }
 

@@ -12,7 +12,7 @@ namespace qorvane::tool {
 
 // --type, --interval, --mask, --day-of-month, --month, --instance, --start,
 // --time, --first-dow.
-std::vector<OptionSpec> PatternOptionSpecs();
+std::vector<OptionDef> PatternOptionDefs();
 extern const char* const kPatternOptionsHelp;
 
 // A recurring record holding the pattern. --first-dow is process-wide state
@@ -21,7 +21,7 @@ CMailProps PatternFromArgs(const ParsedArgs& args);
 
 // --occurrences N, --no-end, --end-date: how the pattern ends; they exclude
 // one another.
-std::vector<OptionSpec> EndOptionSpecs();
+std::vector<OptionDef> EndOptionDefs();
 extern const char* const kEndOptionsHelp;
 void ApplyEndOptions(const ParsedArgs& args, CMailProps& props);
 

@@ -150,10 +150,10 @@ TEST(ParseIsoDateTimeTest, TakesBlankOrTBetweenDayAndTime) {
 
 // --- Option splitting ------------------------------------------------------
 
-const OptionSpec kSpec[] = {{"count"}, {"flag", false}, {"attach", true, true}};
+const OptionDef kOptions[] = {{"count"}, {"flag", false}, {"attach", true, true}};
 
 ParsedArgs ParseList(std::vector<std::string> args, std::size_t positional = 1) {
-  return ParsedArgs::Parse(args, kSpec, positional);
+  return ParsedArgs::Parse(args, kOptions, positional);
 }
 
 TEST(ParsedArgsTest, ReadsValuesFlagsRepeatsAndPositionals) {
