@@ -72,4 +72,11 @@ Result EnumKeyEx(Handle key, std::uint32_t index, char* name, std::uint32_t* nam
 Result EnumValue(Handle key, std::uint32_t index, char* name, std::uint32_t* nameLength);
 Result FlushKey(Handle key);
 
+// Told when the POSIX registry file could not be read (cut off, bad syntax):
+// the file has been moved aside and the registry starts empty. infra points
+// this at the diagnostic log; null restores the default, one line on stderr.
+// Windows never calls it (advapi32 keeps its own hives).
+using CorruptionReporter = void (*)(const std::string& path, const std::string& reason);
+void SetCorruptionReporter(CorruptionReporter reporter);
+
 }  // namespace qorvane::registry
