@@ -66,3 +66,10 @@ Result EnumValue(Handle key, std::uint32_t index, char* name, std::uint32_t* nam
 Result FlushKey(Handle key) { return RegFlushKey(AsHkey(key)); }
 
 }  // namespace qorvane::registry
+
+namespace qorvane::registry {
+
+// advapi32 keeps its own hives; there is no file of ours to find unreadable.
+void SetCorruptionReporter(CorruptionReporter) {}
+
+}  // namespace qorvane::registry
