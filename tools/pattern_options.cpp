@@ -3,7 +3,9 @@
 
 #include <limits>
 
+#include "infra/settings.h"
 #include "schedule/first_dow.h"
+#include "store/main_options.h"
 #include "tools/date_text.h"
 
 namespace qorvane::tool {
@@ -12,6 +14,9 @@ namespace {
 
 constexpr std::int32_t kMaxInt = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t kMinInt = std::numeric_limits<std::int32_t>::min();
+
+// The current generation of the mail client (named in the help text too).
+constexpr const char* kDefaultClientVersion = "16.0";
 
 std::int32_t OptionalInteger(const ParsedArgs& args, std::string_view name, std::int32_t fallback,
                              std::int32_t low, std::int32_t high) {
@@ -23,7 +28,7 @@ std::int32_t OptionalInteger(const ParsedArgs& args, std::string_view name, std:
 
 std::vector<OptionDef> PatternOptionDefs() {
   return {{"type"},  {"interval"}, {"mask"}, {"day-of-month"}, {"month"},
-          {"instance"}, {"start"}, {"time"}, {"first-dow"}};
+          {"instance"}, {"start"}, {"time"}, {"first-dow"}, {"outlook-version"}};
 }
 
 const char* const kPatternOptionsHelp =
@@ -44,7 +49,10 @@ const char* const kPatternOptionsHelp =
     "  --time HH:MM        send time of day (required)\n"
     "  --first-dow F       first day of the week that weekly patterns count their\n"
     "                      weeks from: 1 Sunday .. 7 Saturday, 0 the locale's own\n"
-    "                      (default 1)\n";
+    "                      (default: the mail client's calendar option, read from\n"
+    "                      the registry; the locale's own when it is not set)\n"
+    "  --outlook-version V the mail client version whose option is read (default\n"
+    "                      16.0)\n";
 
 CMailProps PatternFromArgs(const ParsedArgs& args) {
   CMailProps props;
@@ -57,7 +65,13 @@ CMailProps PatternFromArgs(const ParsedArgs& args) {
   props.m_Instance = OptionalInteger(args, "instance", 0, 1, kInstanceLast);
   props.m_PatternStartDate = ToOleDate(ParseIsoDate("start", args.Required("start")));
   props.m_StartTime = ToOleTime(ParseClockTime("time", args.Required("time")));
-  SetFirstDOW(OptionalInteger(args, "first-dow", 1, 0, 7));
+  if (args.Has("first-dow")) {
+    SetFirstDOW(OptionalInteger(args, "first-dow", 0, 0, 7));
+  } else {
+    // As the add-in does at start-up: the client's own calendar option.
+    g_OutlookVersion = settings::RecordedClientVersion(args.Value("outlook-version").value_or(kDefaultClientVersion));
+    Main::ApplyClientFirstDOW();
+  }
   return props;
 }
 

@@ -11,12 +11,13 @@
 namespace qorvane::tool {
 
 // --type, --interval, --mask, --day-of-month, --month, --instance, --start,
-// --time, --first-dow.
+// --time, --first-dow, --outlook-version.
 std::vector<OptionDef> PatternOptionDefs();
 extern const char* const kPatternOptionsHelp;
 
-// A recurring record holding the pattern. --first-dow is process-wide state
-// of the engine, so it is applied here too (default 1, Sunday).
+// A recurring record holding the pattern. The first day of the week is
+// process-wide state of the engine, so it is applied here too: --first-dow,
+// or else the mail client's stored calendar option.
 CMailProps PatternFromArgs(const ParsedArgs& args);
 
 // --occurrences N, --no-end, --end-date: how the pattern ends; they exclude

@@ -27,6 +27,8 @@ const char* const kHelp =
     "  describe     print the sentence the add-in shows for a schedule\n"
     "  encode       print the line a schedule is stored as on a mail\n"
     "  decode       read such a line and print its fields (named without m_)\n"
+    "  registry     look at or change the add-in's registry values (HKCU)\n"
+    "  ignore-list  show or change the names attached folders skip\n"
     "\n"
     "Global options (anywhere on the line):\n"
     "  --locale NAME  read and write the add-in's dates as in NAME: en-US, en-GB,\n"
@@ -48,6 +50,8 @@ constexpr Command kCommands[] = {
     {"describe", RunDescribe},
     {"encode", RunEncode},
     {"decode", RunDecode},
+    {"registry", RunRegistry},
+    {"ignore-list", RunIgnoreList},
 };
 
 // Takes --locale out of the arguments wherever it stands; the name, if given.

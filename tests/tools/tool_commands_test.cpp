@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/registry_sandbox.h"
 #include "tests/support/test_env.h"
 #include "tools/commands.h"
 
@@ -34,6 +35,9 @@ std::vector<std::string> Concat(std::vector<std::string> a, const std::vector<st
 
 class ToolTest : public ::testing::Test {
  protected:
+  // No stored client option: weekly patterns count weeks from the locale's
+  // first day unless --first-dow says otherwise.
+  qorvane::testing::ScopedRegistryKeys registry_{{"Software\\Microsoft\\Office\\16.0"}};
   qorvane::testing::ScopedLogFolder log_;
   qorvane::testing::ScopedLocale locale_{"en-US"};
 };
@@ -100,11 +104,11 @@ INSTANTIATE_TEST_SUITE_P(Table, OccurrencesTest, ::testing::Values(
                  "--first-dow", "0", "--locale", "de-DE"},
                 {"--count", "4"},
                 "2025-03-01 10:00\n2025-03-02 10:00\n2025-03-15 10:00\n2025-03-16 10:00\n"},
-    ListingCase{"WeeklyFirstDowDefaultsToSunday",
+    ListingCase{"WeeklyFirstDowDefaultsToTheLocaleWithoutAClientOption",
                 {"--type", "1", "--interval", "2", "--mask", "65", "--start", "2025-03-01", "--time", "10:00",
                  "--locale", "de-DE"},
                 {"--count", "4"},
-                "2025-03-01 10:00\n2025-03-09 10:00\n2025-03-15 10:00\n2025-03-23 10:00\n"},
+                "2025-03-01 10:00\n2025-03-02 10:00\n2025-03-15 10:00\n2025-03-16 10:00\n"},
     ListingCase{"MonthlyDay31FallsOnMonthEnds",
                 {"--type", "2", "--day-of-month", "31", "--start", "2025-01-31", "--time", "17:00"},
                 {"--count", "4"},
