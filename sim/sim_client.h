@@ -1,0 +1,121 @@
+// A simulated mail client that behaves like the real one where the add-in can
+// tell: an in-memory store (root, Inbox, Outbox, Drafts, Sent Items, Calendar),
+// items with user properties and attachments, folder views with their XML,
+// the navigation bar, explorers and inspectors with command bars, Send/Receive
+// groups, the safe-mail library with a send log, a virtual clock, recorded
+// message boxes, per-operation call counts and fault injection.
+//
+// Lifecycle: a test (or `qorvane demo`) creates one SimClient and calls
+// Install(), which makes it the add-in's current application, safe-mail
+// factory, clock and message box; Uninstall() (or destruction) puts the
+// previous ones back. Objects handed out stay valid while the SimClient lives.
+// Single-threaded, like the real client.
+//
+// Operation names used for counting and faults are "<Interface>.<Member>",
+// e.g. "Items.Item", "MailItem.Move", "UserProperties.Find",
+// "SafeMailItem.Send", "Attachments.Add", "Views.Add", "View.XML".
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "client/client.h"
+#include "platform/clock.h"
+
+namespace sim {
+
+using client::Ref;
+
+struct SentMail {
+  double time = 0.0;  // the virtual clock when Send was called
+  std::string subject;
+  std::string to;
+  std::vector<std::string> attachmentNames;    // display names, in order
+  std::vector<std::string> attachmentSources;  // source paths, in order
+  std::map<std::string, std::string> userProperties;  // name -> value as text
+};
+
+struct MessageBoxCall {
+  std::string prompt;
+  long buttons = 0;
+  std::string title;
+};
+
+struct SimOptions {
+  std::string version = "16.0.17928.20114";
+  bool safeMailInstalled = true;
+  double now = 45719.375;  // 2025-03-03 09:00
+};
+
+class World;  // the simulated client's state, private to sim/
+
+class SimClient {
+ public:
+  explicit SimClient(SimOptions options = {});
+  ~SimClient();
+  SimClient(const SimClient&) = delete;
+  SimClient& operator=(const SimClient&) = delete;
+
+  // Make this the add-in's client (application, safe-mail factory, clock,
+  // message box) and back.
+  void Install();
+  void Uninstall();
+
+  Ref<client::Application> Application();
+  Ref<client::MAPIFolder> DefaultFolder(long folderType);
+  // The default store's root folder (parent of the Inbox).
+  Ref<client::MAPIFolder> Root();
+
+  // A new mail saved in the folder.
+  Ref<client::MailItem> AddMail(const Ref<client::MAPIFolder>& folder, const std::string& subject,
+                                const std::string& to = "someone@example.com");
+  // Any non-mail item (e.g. a meeting request) with that class, saved in the folder.
+  Ref<client::Item> AddOtherItem(const Ref<client::MAPIFolder>& folder, long itemClass, const std::string& subject);
+
+  // --- the clock -----------------------------------------------------------
+  const qorvane::Clock& Clock() const;
+  double Now() const;
+  void SetNow(double now);
+  void Advance(double days);
+
+  // --- windows -------------------------------------------------------------
+  Ref<client::Explorer> OpenExplorer(const Ref<client::MAPIFolder>& folder);
+  void CloseExplorer(const Ref<client::Explorer>& explorer);  // raises its Close event
+  Ref<client::Inspector> OpenInspector(const Ref<client::Item>& item);
+  void CloseInspector(const Ref<client::Inspector>& inspector);
+
+  // --- sending -------------------------------------------------------------
+  void SetSafeMailInstalled(bool installed);
+  // Recipients resolve when they contain '@' and are not marked here.
+  void MarkUnresolvable(const std::string& recipient);
+  const std::vector<SentMail>& SendLog() const;
+  const std::vector<MessageBoxCall>& MessageBoxes() const;
+  // The answer the next message boxes give (default: the first button).
+  void SetMessageBoxAnswer(long answer);
+  // Send/Receive runs started with SyncObject.Start.
+  int SyncStarts() const;
+
+  // --- counting and faults ---------------------------------------------------
+  // Calls of one operation since the last ResetCounts, and of all of them.
+  std::int64_t CallCount(const std::string& operation) const;
+  std::int64_t TotalCalls() const;
+  std::map<std::string, std::int64_t> CallCounts() const;
+  void ResetCounts();
+  // The nth call (1-based, counted from now) of the operation raises the
+  // runtime error; 0 or a negative n clears the fault.
+  void FailCall(const std::string& operation, std::int64_t n, std::int32_t error = -2147467259,
+                const std::string& description = "Unspecified error");
+  void ClearFaults();
+  // Operations whose calls were counted (for a campaign over all of them).
+  std::vector<std::string> Operations() const;
+
+  World& GetWorld();
+
+ private:
+  std::unique_ptr<World> world_;
+};
+
+}  // namespace sim
