@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "base/runtime_error.h"
+#include "infra/variant_text.h"
 #include "platform/addin_folder.h"
 #include "platform/clock.h"
 #include "platform/locale.h"
@@ -26,19 +27,6 @@ bool IsNumericValue(const qorvane::Variant& value) {
     default:
       return false;
   }
-}
-
-std::string ValueText(const qorvane::Variant& value) {
-  using Kind = qorvane::Variant::Kind;
-  switch (value.GetKind()) {
-    case Kind::Empty: return "";
-    case Kind::Bool: return value.AsBool() ? "True" : "False";
-    case Kind::Long: return std::to_string(value.AsLong());
-    case Kind::Double: return qorvane::NumberText(value.AsDouble());
-    case Kind::Date: return qorvane::CurrentLocale().FormatGeneralDate(value.AsDate());
-    case Kind::String: return value.AsString();
-  }
-  return "";
 }
 
 }  // namespace
@@ -147,12 +135,12 @@ void CDebug::EndTimer(std::string_view name) {
 void CDebug::OutCallValues(std::initializer_list<qorvane::Variant> values) {
   if (values.size() == 0) qorvane::Raise(qorvane::err::kSubscriptOutOfRange);
   auto it = values.begin();
-  std::string text = "Call " + ValueText(*it) + "(";
+  std::string text = "Call " + qorvane::CStr(*it) + "(";
   bool first = true;
   for (++it; it != values.end(); ++it) {
     if (!first) text += ", ";
     first = false;
-    text += IsNumericValue(*it) ? ValueText(*it) : "'" + ValueText(*it) + "'";
+    text += IsNumericValue(*it) ? qorvane::CStr(*it) : "'" + qorvane::CStr(*it) + "'";
   }
   text += ")";
   WriteLogLine(text);
