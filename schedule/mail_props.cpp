@@ -10,17 +10,20 @@
 
 using namespace qorvane;
 
-void CMailProps::Init() {
+double CMailProps::DefaultScheduleTime(double now) {
   // Next whole minute (a full minute when already on one), then the next
   // half-hour mark strictly after it: 10:00:00 -> 10:30, 10:29:30 -> 11:00.
-  const double now = Now();
   std::int64_t day = SerialDay(now);
   const auto secondOfDay = static_cast<std::int64_t>(std::llround(TimePart(now) * 86400.0));
   std::int64_t minutes = secondOfDay / 60 + 1;
   minutes += (minutes % 60) < 30 ? 30 - minutes % 60 : 60 - minutes % 60;
   day += minutes / (24 * 60);
   minutes %= 24 * 60;
-  m_ScheduleTime = ComposeDate(day, TimeSerial(static_cast<int>(minutes / 60), static_cast<int>(minutes % 60), 0));
+  return ComposeDate(day, TimeSerial(static_cast<int>(minutes / 60), static_cast<int>(minutes % 60), 0));
+}
+
+void CMailProps::Init() {
+  m_ScheduleTime = DefaultScheduleTime(Now());
   m_IsRecurring = false;
   m_collAttachments = AttachmentList{};
 }

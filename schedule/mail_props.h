@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "base/variant.h"
+#include "client/ref.h"
 
 namespace qorvane {
 
@@ -87,6 +88,11 @@ class CMailProps {
   double PatternEndDate() const { return m_PatternEndDate; }
   void SetPatternEndDate(double v) { m_PatternEndDate = v; }
 
+  // Files to attach at send time: file references that exist, folder
+  // references expanded to their newest file; what is missing is logged and
+  // left out. (Defined with the store services, store/mail_props_item.cpp.)
+  qorvane::AttachmentList GetResolvedAttachments();
+
   // One sentence describing the schedule ("Occurs every 3 day(s) effective
   // 3/3/2025 9:30:00 AM"); with bCalcLastOccur and an end, names the last send.
   std::string GetDescText(bool bCalcLastOccur);
@@ -104,6 +110,13 @@ class CMailProps {
   // A new, unscheduled one-time record at the next half-hour mark after the
   // next whole minute of the current clock.
   void Init();
+
+  // The schedule to and from a mail item's user properties "ScheduleTime"
+  // and "QorvaneRecurrence". Neither saves the item; the caller does.
+  // (Defined with the store services, store/mail_props_item.cpp.)
+  void ReadProps(const client::Ref<client::Item>& oMail);
+  void WriteProps(const client::Ref<client::Item>& oMail);
+  void ClearProps(const client::Ref<client::Item>& oMail);
 
   // Places a recurring record on its first occurrence. Raises when the
   // pattern yields none.
@@ -127,6 +140,9 @@ class CMailProps {
 
   // Day of the month (1..31) of the instance-th day matching the mask in that
   // month; 0 (logged) for invalid parameters or no match.
+  // The send time Init gives for a given now.
+  static double DefaultScheduleTime(double now);
+
   static std::int32_t GetInstanceDay(std::int32_t year, std::int32_t month, std::int32_t instance,
                                      std::int32_t mask);
 

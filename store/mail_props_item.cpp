@@ -1,0 +1,94 @@
+// CMailProps on a mail item, and its attachment references resolved to files.
+#include <string>
+
+#include "base/variant.h"
+#include "client/items.h"
+#include "dialogs/ignore_list.h"
+#include "infra/cdebug.h"
+#include "infra/error_trap.h"
+#include "infra/variant_text.h"
+#include "platform/clock.h"
+#include "platform/file_system.h"
+#include "schedule/mail_props.h"
+#include "store/item_props.h"
+
+namespace {
+
+constexpr const char* kRecurrenceProperty = "QorvaneRecurrence";
+
+// The newest file of a folder that neither the ignore list nor the
+// system-and-hidden rule excludes; "" when there is none or the folder can't
+// be listed. On equal times the file listed first stays.
+std::string NewestFileOf(const std::string& folder) {
+  const auto entries = qorvane::ListFolder(folder);
+  if (!entries) return "";
+  const qorvane::FolderEntry* newest = nullptr;
+  for (const qorvane::FolderEntry& entry : *entries) {
+    // Only files that are both hidden and system are skipped: a file that is
+    // merely hidden stays a candidate.
+    if (g_IgnoreList.IgnoreSysHiden() && entry.hidden && entry.system) continue;
+    if (entry.directory) continue;
+    if (g_IgnoreList.Find(entry.name)) continue;
+    if (!newest || newest->lastWriteTicks < entry.lastWriteTicks) newest = &entry;
+  }
+  return newest ? qorvane::JoinPath(folder, newest->name) : "";
+}
+
+}  // namespace
+
+void CMailProps::ReadProps(const client::Ref<client::Item>& oMail) {
+  qorvane::Trap("CMailProps.ReadProps", [&] {
+    double scheduleTime = 0.0;
+    if (!Main::GetUserProp(oMail, scheduleTime)) scheduleTime = DefaultScheduleTime(qorvane::Now());
+    m_ScheduleTime = scheduleTime;
+    m_IsRecurring = false;
+    auto recurrence = oMail->UserProperties()->Find(kRecurrenceProperty);
+    if (!recurrence) {
+      m_collAttachments = qorvane::AttachmentList{};
+      return;
+    }
+    ReadFromString(qorvane::CStr(recurrence->Value()));
+  });
+}
+
+void CMailProps::WriteProps(const client::Ref<client::Item>& oMail) {
+  qorvane::Trap("CMailProps.WriteProps", [&] {
+    Main::SetUserProp(oMail, m_ScheduleTime);
+    const std::string line = WriteToString();
+    auto properties = oMail->UserProperties();
+    auto recurrence = properties->Find(kRecurrenceProperty);
+    if (!recurrence) recurrence = properties->Add(kRecurrenceProperty, client::olText);
+    recurrence->Value(line);
+  });
+}
+
+void CMailProps::ClearProps(const client::Ref<client::Item>& oMail) {
+  qorvane::Trap("CMailProps.ClearProps", [&] {
+    Main::DelUserProp(oMail);
+    if (auto recurrence = oMail->UserProperties()->Find(kRecurrenceProperty)) recurrence->Delete();
+  });
+}
+
+qorvane::AttachmentList CMailProps::GetResolvedAttachments() {
+  qorvane::AttachmentList resolved;
+  qorvane::Trap("CMailProps.GetResolvedAttachments", [&] {
+    for (const std::string& entry : m_collAttachments) {
+      if (!qorvane::IsFolderReference(entry)) {
+        if (qorvane::FileExists(entry)) {
+          resolved.push_back(entry);
+        } else {
+          g_debug.OutWarning("CMailProps.GetResolvedAttachments", "FilePath: \"" + entry + "\" not exists");
+        }
+        continue;
+      }
+      const std::string newest = NewestFileOf(entry.substr(0, entry.size() - 1));
+      if (!newest.empty()) {
+        resolved.push_back(newest);
+      } else {
+        g_debug.OutWarning("CMailProps.GetResolvedAttachments",
+                           "FilePath: \"" + entry + "\" not exists or has no files");
+      }
+    }
+  });
+  return resolved;
+}
