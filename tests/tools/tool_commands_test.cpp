@@ -11,22 +11,14 @@
 
 #include "tests/support/registry_sandbox.h"
 #include "tests/support/test_env.h"
+#include "tests/tools/tool_invoke.h"
 #include "tools/commands.h"
 
 namespace qorvane::tool {
 namespace {
 
-struct Result {
-  int code;
-  std::string out;
-  std::string err;
-};
-
-Result Invoke(std::vector<std::string> args) {
-  std::ostringstream out, err;
-  int code = RunTool(args, out, err);
-  return {code, out.str(), err.str()};
-}
+using testing::Invoke;
+using testing::Result;
 
 std::vector<std::string> Concat(std::vector<std::string> a, const std::vector<std::string>& b) {
   a.insert(a.end(), b.begin(), b.end());
