@@ -1,0 +1,222 @@
+// The view XML's document object model on Windows: the system's MSXML DOM
+// through COM ("Msxml2.DOMDocument.6.0", else the version-independent
+// "Msxml2.DOMDocument"), with texts converted between UTF-8 and BSTR.
+#include <windows.h>
+#include <objbase.h>
+#include <oleauto.h>
+#include <msxml2.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/runtime_error.h"
+#include "platform/xml_dom.h"
+
+namespace qorvane::xml {
+namespace {
+
+// Owns one reference of a COM interface.
+template <class T>
+class Com {
+ public:
+  Com() = default;
+  Com(const Com& other) : p_(other.p_) {
+    if (p_) p_->AddRef();
+  }
+  Com(Com&& other) noexcept : p_(std::exchange(other.p_, nullptr)) {}
+  Com& operator=(Com other) noexcept {
+    std::swap(p_, other.p_);
+    return *this;
+  }
+  ~Com() {
+    if (p_) p_->Release();
+  }
+
+  T* get() const { return p_; }
+  T* operator->() const { return p_; }
+  explicit operator bool() const { return p_ != nullptr; }
+  // For out-parameters: releases what is held first.
+  T** put() {
+    *this = Com();
+    return &p_;
+  }
+
+ private:
+  T* p_ = nullptr;
+};
+
+class Bstr {
+ public:
+  Bstr() = default;
+  explicit Bstr(const std::string& utf8) {
+    const int n = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
+    b_ = SysAllocStringLen(nullptr, static_cast<UINT>(n));
+    if (!b_) Raise(err::kOutOfMemory);
+    if (n > 0) MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), b_, n);
+  }
+  Bstr(const Bstr&) = delete;
+  Bstr& operator=(const Bstr&) = delete;
+  ~Bstr() { SysFreeString(b_); }
+
+  BSTR get() const { return b_; }
+  BSTR* put() {
+    SysFreeString(b_);
+    b_ = nullptr;
+    return &b_;
+  }
+  std::string Utf8() const {
+    const int length = static_cast<int>(SysStringLen(b_));
+    if (length == 0) return {};
+    const int n = WideCharToMultiByte(CP_UTF8, 0, b_, length, nullptr, 0, nullptr, nullptr);
+    std::string text(static_cast<std::size_t>(n), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, b_, length, text.data(), n, nullptr, nullptr);
+    return text;
+  }
+
+ private:
+  BSTR b_ = nullptr;
+};
+
+// A failed DOM call raises its HRESULT, as a late-bound call would.
+void Check(HRESULT hr, const char* what) {
+  if (FAILED(hr)) Raise(static_cast<std::int32_t>(hr), std::string("XML DOM: ") + what + " failed");
+}
+
+class MsxmlElement final : public Element {
+ public:
+  explicit MsxmlElement(Com<IXMLDOMNode> node) : node_(std::move(node)) {}
+
+  IXMLDOMNode* Node() const { return node_.get(); }
+
+  std::string Name() override {
+    Bstr name;
+    Check(node_->get_nodeName(name.put()), "nodeName");
+    return name.Utf8();
+  }
+
+  std::vector<ElementRef> SelectNodes(const std::string& name) override {
+    Com<IXMLDOMNodeList> list;
+    Check(node_->selectNodes(Bstr(name).get(), list.put()), "selectNodes");
+    std::vector<ElementRef> found;
+    long length = 0;
+    Check(list->get_length(&length), "length");
+    for (long i = 0; i < length; ++i) {
+      Com<IXMLDOMNode> item;
+      Check(list->get_item(i, item.put()), "item");
+      if (item) found.push_back(std::make_shared<MsxmlElement>(std::move(item)));
+    }
+    return found;
+  }
+
+  ElementRef SelectSingleNode(const std::string& name) override {
+    Com<IXMLDOMNode> item;
+    Check(node_->selectSingleNode(Bstr(name).get(), item.put()), "selectSingleNode");
+    return item ? std::make_shared<MsxmlElement>(std::move(item)) : nullptr;
+  }
+
+  void AppendChild(const ElementRef& child) override {
+    Com<IXMLDOMNode> placed;
+    Check(node_->appendChild(Of(child), placed.put()), "appendChild");
+  }
+
+  void InsertBefore(const ElementRef& child, const ElementRef& reference) override {
+    if (!reference) return AppendChild(child);
+    VARIANT before;
+    VariantInit(&before);
+    before.vt = VT_UNKNOWN;
+    before.punkVal = Of(reference);  // borrowed: not cleared below
+    Com<IXMLDOMNode> placed;
+    Check(node_->insertBefore(Of(child), before, placed.put()), "insertBefore");
+  }
+
+  void RemoveChild(const ElementRef& child) override {
+    Com<IXMLDOMNode> removed;
+    Check(node_->removeChild(Of(child), removed.put()), "removeChild");
+  }
+
+  std::string Text() override {
+    Bstr text;
+    Check(node_->get_text(text.put()), "text");
+    return text.Utf8();
+  }
+
+  void Text(const std::string& value) override { Check(node_->put_text(Bstr(value).get()), "text"); }
+
+ private:
+  static IXMLDOMNode* Of(const ElementRef& element) {
+    const auto* msxml = dynamic_cast<const MsxmlElement*>(element.get());
+    if (!msxml) Raise(err::kInvalidCall, "XML DOM: the node belongs to another DOM");
+    return msxml->node_.get();
+  }
+
+  Com<IXMLDOMNode> node_;
+};
+
+Com<IXMLDOMNode> AsNode(IUnknown* unknown) {
+  Com<IXMLDOMNode> node;
+  if (unknown) Check(unknown->QueryInterface(IID_IXMLDOMNode, reinterpret_cast<void**>(node.put())), "QueryInterface");
+  return node;
+}
+
+class MsxmlDocument final : public Document {
+ public:
+  explicit MsxmlDocument(Com<IXMLDOMDocument> doc) : doc_(std::move(doc)) {}
+
+  bool LoadXml(const std::string& text) override {
+    VARIANT_BOOL ok = VARIANT_FALSE;
+    Check(doc_->loadXML(Bstr(text).get(), &ok), "loadXML");
+    return ok == VARIANT_TRUE;
+  }
+
+  ElementRef DocumentElement() override {
+    Com<IXMLDOMElement> root;
+    Check(doc_->get_documentElement(root.put()), "documentElement");
+    if (!root) return nullptr;
+    return std::make_shared<MsxmlElement>(AsNode(root.get()));
+  }
+
+  ElementRef CreateElement(const std::string& name) override {
+    Com<IXMLDOMElement> element;
+    Check(doc_->createElement(Bstr(name).get(), element.put()), "createElement");
+    return std::make_shared<MsxmlElement>(AsNode(element.get()));
+  }
+
+  std::string Xml() override {
+    Bstr text;
+    Check(doc_->get_xml(text.put()), "xml");
+    return text.Utf8();
+  }
+
+ private:
+  Com<IXMLDOMDocument> doc_;
+};
+
+// The host has normally initialised COM on its UI thread already; a test or
+// tool thread may not have. Either answer (including a different apartment
+// chosen by somebody else) leaves COM usable for the in-process DOM, so the
+// result is not checked, and the initialisation is kept for the thread's life.
+void EnsureCom() {
+  thread_local bool initialised = false;
+  if (initialised) return;
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  initialised = true;
+}
+
+}  // namespace
+
+std::unique_ptr<Document> CreateDocument() {
+  EnsureCom();
+  HRESULT last = REGDB_E_CLASSNOTREG;
+  for (const wchar_t* progId : {L"Msxml2.DOMDocument.6.0", L"Msxml2.DOMDocument"}) {
+    CLSID clsid;
+    last = CLSIDFromProgID(progId, &clsid);
+    if (FAILED(last)) continue;
+    Com<IXMLDOMDocument> doc;
+    last = CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument, reinterpret_cast<void**>(doc.put()));
+    if (SUCCEEDED(last) && doc) return std::make_unique<MsxmlDocument>(std::move(doc));
+  }
+  Raise(err::kCannotCreateObject, "Cannot create the XML DOM (HRESULT " + std::to_string(static_cast<unsigned long>(last)) + ")");
+}
+
+}  // namespace qorvane::xml
