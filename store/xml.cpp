@@ -1,0 +1,112 @@
+// Module Xml: the view's column edits over the platform's XML DOM.
+#include "store/xml.h"
+
+#include <memory>
+#include <string>
+
+#include "base/runtime_error.h"
+#include "infra/error_trap.h"
+
+namespace Xml {
+namespace {
+
+using qorvane::xml::Document;
+using qorvane::xml::ElementRef;
+
+// A Nothing where the client or the DOM should have given an object is the
+// runtime's "object not set", not a crash.
+template <class T>
+T& Need(const std::shared_ptr<T>& object) {
+  if (!object) qorvane::Raise(qorvane::err::kObjectNotSet);
+  return *object;
+}
+
+void AppendTextChild(Document& doc, const ElementRef& parent, const std::string& name, const std::string& text) {
+  const ElementRef child = doc.CreateElement(name);
+  Need(child).Text(text);
+  parent->AppendChild(child);
+}
+
+// The view's definition as a document; null when it does not parse.
+std::unique_ptr<Document> LoadView(client::View& view) {
+  auto doc = qorvane::xml::CreateDocument();
+  if (!doc->LoadXml(view.XML())) return nullptr;
+  return doc;
+}
+
+}  // namespace
+
+bool AddTableViewUserColumn(const client::Ref<client::View>& view, const std::optional<std::string>& heading,
+                            const std::string& prop, const std::string& type, const std::string& userheading,
+                            const std::string& insertBefore, long width) {
+  return qorvane::Trap("Xml.AddTableViewUserColumn", [&] {
+    client::View& target = Need(view);
+    const auto doc = LoadView(target);
+    if (!doc) return;
+    const ElementRef column = doc->CreateElement("column");
+    Need(column);
+    // The order of these children is the one the client writes itself.
+    if (heading) AppendTextChild(*doc, column, "Heading", *heading);
+    AppendTextChild(*doc, column, "prop", prop);
+    AppendTextChild(*doc, column, "width", std::to_string(width));
+    AppendTextChild(*doc, column, "type", type);
+    if (!userheading.empty()) AppendTextChild(*doc, column, "userheading", userheading);
+
+    const ElementRef root = doc->DocumentElement();
+    Need(root);
+    const auto columns = root->SelectNodes("column");
+    ElementRef before;
+    if (!insertBefore.empty()) before = FindColumn(columns, insertBefore);
+    if (before) {
+      root->InsertBefore(column, before);
+    } else {
+      root->AppendChild(column);
+    }
+    target.XML(doc->Xml());
+    target.Save();
+  });
+}
+
+bool AddUserPropColumn(const client::Ref<client::View>& view, const std::string& propName, const std::string& type,
+                       const std::string& heading, const std::string& insertBefore, long width) {
+  return AddTableViewUserColumn(view, propName, std::string(kPublicStringsNamespace) + "/" + propName, type, heading,
+                                insertBefore, width);
+}
+
+bool RemoveColumn(const client::Ref<client::View>& view, const std::string& prop) {
+  return qorvane::Trap("Xml.RemoveColumn", [&] {
+    client::View& target = Need(view);
+    // Only adding stops quietly on a definition that doesn't parse; here it
+    // leaves no document element, which fails as "object not set" and is
+    // logged.
+    auto doc = qorvane::xml::CreateDocument();
+    doc->LoadXml(target.XML());
+    const ElementRef root = doc->DocumentElement();
+    const ElementRef column = FindColumn(Need(root).SelectNodes("column"), prop);
+    if (!column) return;
+    root->RemoveChild(column);
+    target.XML(doc->Xml());
+    target.Save();
+  });
+}
+
+bool ColumnExists(const client::Ref<client::View>& view, const std::string& prop) {
+  bool exists = false;
+  qorvane::Trap("Xml.ColumnExists", [&] {
+    auto doc = qorvane::xml::CreateDocument();
+    doc->LoadXml(Need(view).XML());
+    exists = FindColumn(Need(doc->DocumentElement()).SelectNodes("column"), prop) != nullptr;
+  });
+  return exists;
+}
+
+ElementRef FindColumn(const std::vector<ElementRef>& columnNodes, const std::string& prop) {
+  for (const ElementRef& column : columnNodes) {
+    if (!column) continue;
+    const ElementRef propNode = column->SelectSingleNode("prop");
+    if (propNode && propNode->Text() == prop) return column;
+  }
+  return nullptr;
+}
+
+}  // namespace Xml
