@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -15,10 +14,15 @@
 
 #include "base/runtime_error.h"
 #include "platform/xml_dom.h"
+#include "tests/store/view_columns.h"
 #include "tests/support/test_env.h"
 
 namespace {
 
+using qorvane::testing::AllButColumns;
+using qorvane::testing::Canonical;
+using qorvane::testing::ColumnChildren;
+using qorvane::testing::ColumnProps;
 using qorvane::testing::ScopedLogFolder;
 using qorvane::xml::ElementRef;
 
@@ -26,7 +30,7 @@ constexpr const char* kTo = "urn:schemas:httpmail:displayto";
 constexpr const char* kFrom = "urn:schemas:httpmail:fromname";
 constexpr const char* kSubject = "urn:schemas:httpmail:subject";
 constexpr const char* kReceived = "urn:schemas:httpmail:datereceived";
-const std::string kNext = std::string(Xml::kPublicStringsNamespace) + "/ScheduleTime";
+const std::string kNext = qorvane::testing::kNextProp;
 
 // The shape of a new mail folder's table view as the client writes it.
 constexpr const char* kNewFolderView = R"(<?xml version="1.0"?>
@@ -91,48 +95,6 @@ std::shared_ptr<FakeView> MakeView(std::string xml = kNewFolderView) {
 ElementRef Root(qorvane::xml::Document& doc, const std::string& xml) {
   EXPECT_TRUE(doc.LoadXml(xml)) << xml;
   return doc.DocumentElement();
-}
-
-// The prop texts of the view's columns, in order.
-std::vector<std::string> ColumnProps(const std::string& xml) {
-  auto doc = qorvane::xml::CreateDocument();
-  std::vector<std::string> props;
-  const ElementRef root = Root(*doc, xml);
-  if (!root) return props;
-  for (const ElementRef& column : root->SelectNodes("column")) {
-    const ElementRef prop = column->SelectSingleNode("prop");
-    props.push_back(prop ? prop->Text() : "<no prop>");
-  }
-  return props;
-}
-
-// The children of the column with that prop, as "name=text".
-std::vector<std::string> ColumnChildren(const std::string& xml, const std::string& prop) {
-  auto doc = qorvane::xml::CreateDocument();
-  std::vector<std::string> children;
-  const ElementRef root = Root(*doc, xml);
-  if (!root) return children;
-  const ElementRef column = Xml::FindColumn(root->SelectNodes("column"), prop);
-  if (!column) return children;
-  for (const char* name : {"Heading", "heading", "name", "prop", "width", "type", "userheading"}) {
-    for (const ElementRef& child : column->SelectNodes(name)) children.push_back(std::string(name) + "=" + child->Text());
-  }
-  return children;
-}
-
-// The text in one form for both parsers: no declaration, no whitespace
-// between tags (MSXML under wine indents what it writes), and empty
-// elements written out in full.
-std::string Canonical(const std::string& xml) {
-  std::string text = std::regex_replace(xml, std::regex(R"(<\?xml[^>]*\?>)"), "");
-  text = std::regex_replace(text, std::regex(R"(>\s+<)"), "><");
-  text = std::regex_replace(text, std::regex(R"(<([A-Za-z_:][-A-Za-z0-9_:.]*)\s*/>)"), "<$1></$1>");
-  return std::regex_replace(text, std::regex(R"(^\s+|\s+$)"), "");
-}
-
-// Everything but the columns: what the edits must leave as they found it.
-std::string AllButColumns(const std::string& xml) {
-  return std::regex_replace(Canonical(xml), std::regex(R"(<column>.*?</column>)"), "");
 }
 
 std::vector<std::string> With(std::vector<std::string> props, std::size_t at, const std::string& prop) {
