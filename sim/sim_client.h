@@ -86,6 +86,16 @@ class SimClient {
   void CloseExplorer(const Ref<client::Explorer>& explorer);  // raises its Close event
   Ref<client::Inspector> OpenInspector(const Ref<client::Item>& item);
   void CloseInspector(const Ref<client::Inspector>& inspector);
+  // What the user selected in the explorer (its Selection from now on).
+  void Select(const Ref<client::Explorer>& explorer, const std::vector<Ref<client::Item>>& items);
+  // The user clicks the control: its sinks hear Click, then, unless one of
+  // them cancels, a built-in control does its own action.
+  void Click(const Ref<client::CommandBarControl>& control);
+
+  // --- folders -------------------------------------------------------------
+  // How often the view was applied and saved through the object model.
+  int AppliedCount(const Ref<client::View>& view) const;
+  int SavedCount(const Ref<client::View>& view) const;
 
   // --- sending -------------------------------------------------------------
   void SetSafeMailInstalled(bool installed);
@@ -95,8 +105,17 @@ class SimClient {
   const std::vector<MessageBoxCall>& MessageBoxes() const;
   // The answer the next message boxes give (default: the first button).
   void SetMessageBoxAnswer(long answer);
+  // The user sends the mail from its window: ItemSend is raised and, unless
+  // a handler cancels, the mail is logged and filed like a safe-mail send.
+  // Returns whether it was sent.
+  bool SendFromUser(const Ref<client::MailItem>& mail);
   // Send/Receive runs started with SyncObject.Start.
   int SyncStarts() const;
+  // With `later`, a run started from now on stays open until FinishSync.
+  void SetSyncFinishesLater(bool later);
+  void FinishSync();
+  // The running Send/Receive reports an error through OnError.
+  void RaiseSyncError(long code, const std::string& description);
 
   // --- counting and faults ---------------------------------------------------
   // Calls of one operation since the last ResetCounts, and of all of them.
@@ -109,13 +128,16 @@ class SimClient {
   void FailCall(const std::string& operation, std::int64_t n, std::int32_t error = -2147467259,
                 const std::string& description = "Unspecified error");
   void ClearFaults();
-  // Operations whose calls were counted (for a campaign over all of them).
+  // Operations whose calls were counted since the client was created (for a
+  // campaign over all of them); ResetCounts does not forget them.
   std::vector<std::string> Operations() const;
 
   World& GetWorld();
 
  private:
   std::unique_ptr<World> world_;
+  Ref<client::Application> application_;
+  bool installed_ = false;
 };
 
 }  // namespace sim

@@ -1,0 +1,149 @@
+// Item collections: counting, indexing, Restrict, Find, Sort, recurrences.
+#include "sim/sim_items.h"
+
+#include <algorithm>
+
+#include "base/runtime_error.h"
+#include "sim/ascii_text.h"
+#include "sim/recurrence_expansion.h"
+#include "sim/sim_folder.h"
+#include "sim/world.h"
+
+namespace sim {
+
+SimItems::SimItems(World& world, std::shared_ptr<SimFolder> folder) : world_(world), folder_(std::move(folder)) {}
+
+SimItems::SimItems(World& world, std::shared_ptr<SimFolder> folder, std::vector<ItemPtr> items)
+    : world_(world), folder_(std::move(folder)), fixed_(std::move(items)) {}
+
+long SimItems::Count() {
+  world_.Enter("Items", "Count");
+  return static_cast<long>(Size());
+}
+
+client::Ref<client::Item> SimItems::Item(long index) {
+  world_.Enter("Items", "Item");
+  if (index < 1 || static_cast<std::size_t>(index) > Size()) fault::OutOfBounds();
+  return world_.Wrap(At(static_cast<std::size_t>(index - 1)));
+}
+
+client::Ref<client::Items> SimItems::Restrict(const std::string& filter) {
+  world_.Enter("Items", "Restrict");
+  const ItemFilter parsed = ItemFilter::Parse(filter);
+  std::vector<ItemPtr> found;
+  const auto test = [&](const ItemPtr& item) {
+    if (parsed.Matches(*item)) found.push_back(item);
+  };
+  if (Direct()) {
+    folder_->items.ForEach(test);
+  } else {
+    for (const ItemPtr& item : Arranged()) test(item);
+  }
+  return std::make_shared<SimItems>(world_, folder_, std::move(found));
+}
+
+client::Ref<client::Item> SimItems::Find(const std::string& filter) {
+  world_.Enter("Items", "Find");
+  findFilter_ = ItemFilter::Parse(filter);
+  return FindFrom(0);
+}
+
+client::Ref<client::Item> SimItems::FindNext() {
+  world_.Enter("Items", "FindNext");
+  if (!findFilter_) return nullptr;
+  return FindFrom(findNext_);
+}
+
+client::Ref<client::Item> SimItems::FindFrom(std::size_t index) {
+  const std::size_t size = Size();
+  for (; index < size; ++index) {
+    const ItemPtr& item = At(index);
+    if (findFilter_->Matches(*item)) {
+      findNext_ = index + 1;
+      return world_.Wrap(item);
+    }
+  }
+  findNext_ = size;
+  return nullptr;
+}
+
+void SimItems::Sort(const std::string& property, bool descending) {
+  world_.Enter("Items", "Sort");
+  static constexpr std::pair<std::string_view, SortKey> kKeys[] = {
+      {"[subject]", SortKey::Subject}, {"[to]", SortKey::To}, {"[start]", SortKey::Start}, {"[end]", SortKey::End}};
+  const std::string key = LowerAscii(TrimBlanks(property));
+  for (const auto& [name, sortKey] : kKeys) {
+    if (key == name) {
+      sortKey_ = sortKey;
+      descending_ = descending;
+      arrangedValid_ = false;
+      return;
+    }
+  }
+  qorvane::Raise(fault::kDispatchException, "The property \"" + property + "\" is unknown.");
+}
+
+bool SimItems::IncludeRecurrences() {
+  world_.Enter("Items", "IncludeRecurrences");
+  return includeRecurrences_;
+}
+
+void SimItems::IncludeRecurrences(bool value) {
+  world_.Enter("Items", "IncludeRecurrences");
+  includeRecurrences_ = value;
+  arrangedValid_ = false;
+}
+
+std::size_t SimItems::Size() { return Direct() ? folder_->items.Count() : Arranged().size(); }
+
+const ItemPtr& SimItems::At(std::size_t index) { return Direct() ? folder_->items.At(index) : Arranged()[index]; }
+
+const std::vector<ItemPtr>& SimItems::Arranged() {
+  const std::uint64_t version = fixed_ ? 0 : folder_->items.Version();
+  if (arrangedValid_ && version == arrangedVersion_) return arranged_;
+  arranged_ = fixed_ ? *fixed_ : folder_->items.Snapshot();
+  // The client expands a series only in a collection sorted on its start.
+  if (includeRecurrences_ && sortKey_ == SortKey::Start) arranged_ = Expand(arranged_);
+  const auto less = [this](const ItemPtr& a, const ItemPtr& b) {
+    switch (sortKey_) {
+      case SortKey::Subject: return LowerAscii(a->subject) < LowerAscii(b->subject);
+      case SortKey::To: return LowerAscii(a->to) < LowerAscii(b->to);
+      case SortKey::Start: return a->start < b->start;
+      case SortKey::End: return a->end < b->end;
+      case SortKey::None: break;
+    }
+    return false;
+  };
+  if (sortKey_ != SortKey::None) {
+    if (descending_) {
+      std::stable_sort(arranged_.begin(), arranged_.end(), [&](const ItemPtr& a, const ItemPtr& b) { return less(b, a); });
+    } else {
+      std::stable_sort(arranged_.begin(), arranged_.end(), less);
+    }
+  }
+  arrangedValid_ = true;
+  arrangedVersion_ = version;
+  return arranged_;
+}
+
+std::vector<ItemPtr> SimItems::Expand(const std::vector<ItemPtr>& items) const {
+  std::vector<ItemPtr> expanded;
+  for (const ItemPtr& item : items) {
+    if (item->itemClass != client::olAppointment || !item->pattern) {
+      expanded.push_back(item);
+      continue;
+    }
+    const double duration = item->end - item->start;
+    for (const double start : ExpandOccurrences(*item->pattern, item->start)) {
+      auto occurrence = std::make_shared<ItemData>(*item);
+      occurrence->occurrence = true;
+      occurrence->inList = false;
+      occurrence->start = start;
+      occurrence->end = start + duration;
+      expanded.push_back(std::move(occurrence));
+    }
+  }
+  return expanded;
+}
+
+}  // namespace sim

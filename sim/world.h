@@ -1,0 +1,104 @@
+// The simulated client's state: the store's folders and items, the windows,
+// the navigation bar, the Send/Receive group, the send log, the clock, the
+// recorded message boxes and the call counter. Interface objects (sim_*.h)
+// are views onto this state; they enter the counter and then act here.
+//
+// Item lifecycle operations below do not count: the interface call that
+// leads to them has already been counted.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "client/client.h"
+#include "sim/call_counter.h"
+#include "sim/event_sinks.h"
+#include "sim/item_data.h"
+#include "sim/recorded_message_box.h"
+#include "sim/sim_client.h"
+#include "sim/virtual_clock.h"
+
+namespace sim {
+
+class SimFolder;
+class SimExplorer;
+class SimInspector;
+class SimShortcutGroup;
+class SimSyncObject;
+class SimSafeMailFactory;
+
+// Errors the simulated client raises the way the real one does.
+namespace fault {
+inline constexpr std::int32_t kMovedOrDeleted = -2147221233;  // MAPI_E_NOT_FOUND
+inline constexpr std::int32_t kDispatchException = -2147352567;  // DISP_E_EXCEPTION
+inline constexpr std::int32_t kUnspecified = -2147467259;  // E_FAIL
+inline constexpr std::int32_t kInvalidArgument = -2147024809;  // E_INVALIDARG
+inline constexpr std::int32_t kFileNotFound = -2147024894;  // HRESULT of ERROR_FILE_NOT_FOUND
+[[noreturn]] void MovedOrDeleted();
+[[noreturn]] void OutOfBounds();
+}  // namespace fault
+
+inline constexpr long olFolderSentMail = 5;
+
+class World {
+ public:
+  explicit World(const SimOptions& options);
+  ~World();
+  World(const World&) = delete;
+  World& operator=(const World&) = delete;
+
+  void Enter(std::string_view interfaceName, std::string_view member) { counter.Enter(interfaceName, member); }
+
+  // --- the store --------------------------------------------------------------
+  std::shared_ptr<SimFolder> DefaultFolder(long folderType);  // raises for an unknown number
+  std::string NewEntryId();
+
+  ItemPtr NewItem(long itemClass, SimFolder& home);
+  void Save(const ItemPtr& item);
+  ItemPtr Copy(const ItemPtr& item);
+  // The item leaves its folder for `to`; objects taken before stop working.
+  void Move(const ItemPtr& item, SimFolder& to);
+  void Delete(const ItemPtr& item);
+  // A new interface object for the item as it is now.
+  client::Ref<client::Item> Wrap(const ItemPtr& item);
+  // What a send does in the client: log it, mark it sent, file it in Sent Items.
+  void Send(const ItemPtr& item);
+  // The ';'-separated non-empty names of the item's To.
+  static std::vector<std::string> Recipients(const ItemData& item);
+  bool Resolves(const std::string& recipient) const;
+
+  // --- windows ----------------------------------------------------------------
+  std::shared_ptr<SimExplorer> OpenExplorer(const std::shared_ptr<SimFolder>& folder);
+  void CloseExplorer(SimExplorer& explorer);
+  std::shared_ptr<SimInspector> OpenInspector(const ItemPtr& item);
+  void CloseInspector(SimInspector& inspector, long saveMode);
+
+  SimOptions options;
+  CallCounter counter;
+  VirtualClock clock;
+  RecordedMessageBox messageBox;
+  std::unique_ptr<SimSafeMailFactory> safeMail;
+  bool safeMailInstalled = true;
+  std::vector<std::string> unresolvable;  // lower case
+  std::vector<SentMail> sendLog;
+
+  std::shared_ptr<SimFolder> root;
+  std::vector<std::pair<long, std::shared_ptr<SimFolder>>> defaultFolders;
+
+  std::vector<std::shared_ptr<SimExplorer>> explorers;    // open, oldest first
+  std::vector<std::shared_ptr<SimInspector>> inspectors;  // open, oldest first
+  EventSinks<client::ApplicationEvents> applicationEvents;
+  EventSinks<client::ExplorersEvents> explorersEvents;
+  EventSinks<client::InspectorsEvents> inspectorsEvents;
+
+  std::vector<std::shared_ptr<SimShortcutGroup>> shortcutGroups;  // shared by every explorer's bar
+  std::shared_ptr<SimSyncObject> syncObject;
+
+ private:
+  std::uint64_t nextId_ = 0;
+};
+
+}  // namespace sim
