@@ -59,9 +59,9 @@ client::Ref<client::Item> SimApplication::CreateItem(long itemType) {
     case client::olAppointmentItem: {
       ItemPtr item = world_.NewItem(client::olAppointment, *world_.DefaultFolder(client::olFolderCalendar));
       // A new appointment starts at the next half hour and lasts half an hour.
-      const double halfHour = 1.0 / 48.0;
-      item->start = std::ceil(world_.clock.Now() / halfHour - 1e-9) * halfHour;
-      item->end = item->start + halfHour;
+      const double halfHours = std::ceil(world_.clock.Now() * 48.0 - 1e-6);
+      item->start = halfHours / 48.0;
+      item->end = (halfHours + 1.0) / 48.0;
       return world_.Wrap(item);
     }
     default:
