@@ -113,9 +113,11 @@ class CMailProps {
 
   // The schedule to and from a mail item's user properties "ScheduleTime"
   // and "QorvaneRecurrence". Neither saves the item; the caller does.
+  // Failures are logged, not passed on; the result says whether everything
+  // was read or written, for callers that must not act on half a schedule.
   // (Defined with the store services, store/mail_props_item.cpp.)
-  void ReadProps(const client::Ref<client::Item>& oMail);
-  void WriteProps(const client::Ref<client::Item>& oMail);
+  bool ReadProps(const client::Ref<client::Item>& oMail);
+  bool WriteProps(const client::Ref<client::Item>& oMail);
   void ClearProps(const client::Ref<client::Item>& oMail);
 
   // Places a recurring record on its first occurrence. Raises when the
@@ -133,7 +135,9 @@ class CMailProps {
 
   // The recurrence part as one line of text and back.
   std::string WriteToString();
-  void ReadFromString(const std::string& text);
+  // A line that fails to read is logged; the fields read so far keep their
+  // new values. False after such a failure.
+  bool ReadFromString(const std::string& text);
   // The same read, reporting its failure to the caller instead of the log
   // (for tools that must tell the user why a line did not read).
   void ReadFromStringOrRaise(const std::string& text);

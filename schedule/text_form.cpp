@@ -77,8 +77,8 @@ std::string CMailProps::WriteToString() {
   return line;
 }
 
-void CMailProps::ReadFromString(const std::string& text) {
-  Trap("CMailProps.ReadFromString(", [&] { ReadFromStringOrRaise(text); });
+bool CMailProps::ReadFromString(const std::string& text) {
+  return Trap("CMailProps.ReadFromString(", [&] { ReadFromStringOrRaise(text); });
 }
 
 void CMailProps::ReadFromStringOrRaise(const std::string& text) {

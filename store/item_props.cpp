@@ -6,8 +6,8 @@
 
 namespace Main {
 
-void SetUserProp(const client::Ref<client::Item>& item, double value) {
-  qorvane::Trap("Main.SetUserProp()", [&] {
+bool SetUserProp(const client::Ref<client::Item>& item, double value) {
+  return qorvane::Trap("Main.SetUserProp()", [&] {
     auto properties = item->UserProperties();
     auto property = properties->Find(kScheduleTimeProperty);
     if (property && property->Type() != client::olDateTime) {

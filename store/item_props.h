@@ -9,8 +9,9 @@ namespace Main {
 inline constexpr const char* kScheduleTimeProperty = "ScheduleTime";
 
 // Sets "ScheduleTime" as a date-time property; a property of another type is
-// replaced, never converted. The caller saves the item.
-void SetUserProp(const client::Ref<client::Item>& item, double value);
+// replaced, never converted. The caller saves the item. False after a
+// (logged) failure.
+bool SetUserProp(const client::Ref<client::Item>& item, double value);
 // Reads "ScheduleTime" into value when it exists and is a date-time; false
 // (value untouched) otherwise.
 bool GetUserProp(const client::Ref<client::Item>& item, double& value);

@@ -36,10 +36,16 @@ std::string NewestFileOf(const std::string& folder) {
 
 }  // namespace
 
-void CMailProps::ReadProps(const client::Ref<client::Item>& oMail) {
-  qorvane::Trap("CMailProps.ReadProps", [&] {
+bool CMailProps::ReadProps(const client::Ref<client::Item>& oMail) {
+  bool complete = true;
+  const bool trapped = qorvane::Trap("CMailProps.ReadProps", [&] {
     double scheduleTime = 0.0;
-    if (!Main::GetUserProp(oMail, scheduleTime)) scheduleTime = DefaultScheduleTime(qorvane::Now());
+    // A missing "ScheduleTime" is a new item; only a failed read is a failure.
+    const bool hasTime = Main::GetUserProp(oMail, scheduleTime);
+    if (!hasTime) {
+      scheduleTime = DefaultScheduleTime(qorvane::Now());
+      if (oMail->UserProperties()->Find(Main::kScheduleTimeProperty)) complete = false;
+    }
     m_ScheduleTime = scheduleTime;
     m_IsRecurring = false;
     auto recurrence = oMail->UserProperties()->Find(kRecurrenceProperty);
@@ -47,19 +53,23 @@ void CMailProps::ReadProps(const client::Ref<client::Item>& oMail) {
       m_collAttachments = qorvane::AttachmentList{};
       return;
     }
-    ReadFromString(qorvane::CStr(recurrence->Value()));
+    if (!ReadFromString(qorvane::CStr(recurrence->Value()))) complete = false;
   });
+  return trapped && complete;
 }
 
-void CMailProps::WriteProps(const client::Ref<client::Item>& oMail) {
-  qorvane::Trap("CMailProps.WriteProps", [&] {
-    Main::SetUserProp(oMail, m_ScheduleTime);
+bool CMailProps::WriteProps(const client::Ref<client::Item>& oMail) {
+  bool complete = true;
+  const bool trapped = qorvane::Trap("CMailProps.WriteProps", [&] {
+    if (!Main::SetUserProp(oMail, m_ScheduleTime)) complete = false;
     const std::string line = WriteToString();
+    if (line.empty()) complete = false;
     auto properties = oMail->UserProperties();
     auto recurrence = properties->Find(kRecurrenceProperty);
     if (!recurrence) recurrence = properties->Add(kRecurrenceProperty, client::olText);
     recurrence->Value(line);
   });
+  return trapped && complete;
 }
 
 void CMailProps::ClearProps(const client::Ref<client::Item>& oMail) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/ole_date.h"
 #include "base/runtime_error.h"
 #include "client/application.h"
 #include "client/folders.h"
@@ -16,6 +17,11 @@
 
 namespace Main {
 namespace {
+
+// Application-defined error numbers (the runtime's vbObjectError range).
+constexpr std::int32_t kScheduleNotRead = -2147221504 + 1;
+constexpr std::int32_t kScheduleInconsistent = -2147221504 + 2;
+constexpr std::int32_t kScheduleNotSaved = -2147221504 + 3;
 
 // Is the item shown in an open compose or read window? Each window is asked
 // with errors ignored: a window that fails to answer does not stop a send.
@@ -35,6 +41,23 @@ bool IsOpenInAnInspector(const client::Ref<client::MailItem>& item) {
   return open;
 }
 
+// Writes the advanced schedule onto the item and saves it, and makes sure it
+// reads back as written. Otherwise the schedule the item had is put back and
+// the pass sends nothing, so the next pass starts from a whole schedule.
+void SaveAdvancedSchedule(const client::Ref<client::MailItem>& item, CMailProps& advanced, const CMailProps& original) {
+  bool saved = advanced.WriteProps(item);
+  if (saved) saved = qorvane::IgnoreErrors([&] { item->Save(); });
+  if (saved) {
+    CMailProps check;
+    saved = check.ReadProps(item) && check.Equal(advanced);
+  }
+  if (saved) return;
+  CMailProps restore = original;
+  restore.WriteProps(item);
+  qorvane::IgnoreErrors([&] { item->Save(); });
+  qorvane::Raise(kScheduleNotSaved, "the next send time could not be saved; nothing sent this time");
+}
+
 }  // namespace
 
 void SendMessage(const client::Ref<client::MailItem>& item, double now) {
@@ -44,29 +67,30 @@ void SendMessage(const client::Ref<client::MailItem>& item, double now) {
       return;
     }
     CMailProps props;
-    props.ReadProps(item);
+    // Acting on half a schedule could send an occurrence twice or end a
+    // series early; the item waits for the next pass instead.
+    if (!props.ReadProps(item)) qorvane::Raise(kScheduleNotRead, "the schedule could not be read; not sent this time");
     if (!props.m_IsRecurring) {
       MoveAndSendMessage(item, props.m_ScheduleTime, props);
       return;
     }
+    if (qorvane::DatePart(props.m_ScheduleTime) != props.m_PatternStartDate)
+      qorvane::Raise(kScheduleInconsistent, "the next send time and the pattern disagree; not sent");
+    const CMailProps original = props;
     // Every occurrence missed while the client was closed goes out now, one
     // copy each, in time order.
     std::vector<double> due;
     bool ended = false;
     do {
-      const double t = props.m_ScheduleTime;
-      due.push_back(t);
+      due.push_back(props.m_ScheduleTime);
       if (!props.SetNextOccurrence()) {
         ended = true;
         break;
       }
     } while (now >= props.m_ScheduleTime);
-    // The original keeps its next send time before any copy leaves, so a
-    // failure while sending never sends an occurrence twice.
-    if (!ended) {
-      props.WriteProps(item);
-      item->Save();
-    }
+    // The original keeps its next send time before any copy leaves, so that
+    // a failure while sending never sends an occurrence twice.
+    if (!ended) SaveAdvancedSchedule(item, props, original);
     for (std::size_t i = 0; i < due.size(); ++i) {
       if (i + 1 == due.size() && ended) {
         MoveAndSendMessage(item, due[i], props);
