@@ -45,7 +45,8 @@ class Collector {
   Collector(const PatternData& pattern, double start, std::size_t cap)
       : first_(qorvane::SerialDay(pattern.patternStartDate)), time_(qorvane::TimePart(start)) {
     limit_ = cap;
-    if (pattern.end == PatternData::End::Count) limit_ = std::min<std::size_t>(cap, std::max<long>(0, pattern.occurrences));
+    if (pattern.end == PatternData::End::Count)
+      limit_ = std::min<std::size_t>(cap, std::max<long>(0, pattern.occurrences));
     if (pattern.end == PatternData::End::Date) lastDay_ = qorvane::SerialDay(pattern.patternEndDate);
   }
 

@@ -7,13 +7,21 @@
 //
 // Lifecycle: a test (or `qorvane demo`) creates one SimClient and calls
 // Install(), which makes it the add-in's current application, safe-mail
-// factory, clock and message box; Uninstall() (or destruction) puts the
-// previous ones back. Objects handed out stay valid while the SimClient lives.
+// factory, clock and message box; Uninstall() (or destroying an installed
+// client) leaves none connected and puts the system clock and the platform's
+// message box back. Objects handed out stay valid while the SimClient lives.
 // Single-threaded, like the real client.
 //
 // Operation names used for counting and faults are "<Interface>.<Member>",
 // e.g. "Items.Item", "MailItem.Move", "UserProperties.Find",
-// "SafeMailItem.Send", "Attachments.Add", "Views.Add", "View.XML".
+// "SafeMailItem.Send", "Attachments.Add", "Views.Add", "View.XML". Items
+// count under their kind: "MailItem.*", "AppointmentItem.*", and "Item.*" for
+// any other class; the safe-mail factory under "SafeMailFactory.*".
+//
+// Where the add-in could tell: an item keeps its EntryID when moved within
+// the store, but the object Move was called on (and anything taken from it)
+// raises -2147221233 from then on; a safe-mail Send without recipients raises
+// and leaves the mail where it was; Restrict and Find are one call each.
 #pragma once
 
 #include <cstdint>

@@ -34,7 +34,8 @@ std::shared_ptr<SimCommandBarControl> FindIn(const SimCommandBar& bar, long type
 std::shared_ptr<SimCommandBarControl> AddPopup(SimCommandBar& bar, long id, const std::string& caption,
                                                const std::vector<std::pair<long, std::string>>& entries) {
   auto popup = bar.Append(client::msoControlPopup, id, caption);
-  for (const auto& [entryId, entryCaption] : entries) popup->popup->Append(client::msoControlButton, entryId, entryCaption);
+  for (const auto& [entryId, entryCaption] : entries)
+    popup->popup->Append(client::msoControlButton, entryId, entryCaption);
   return popup;
 }
 

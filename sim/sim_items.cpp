@@ -116,7 +116,8 @@ const std::vector<ItemPtr>& SimItems::Arranged() {
   };
   if (sortKey_ != SortKey::None) {
     if (descending_) {
-      std::stable_sort(arranged_.begin(), arranged_.end(), [&](const ItemPtr& a, const ItemPtr& b) { return less(b, a); });
+      std::stable_sort(arranged_.begin(), arranged_.end(),
+                       [&](const ItemPtr& a, const ItemPtr& b) { return less(b, a); });
     } else {
       std::stable_sort(arranged_.begin(), arranged_.end(), less);
     }

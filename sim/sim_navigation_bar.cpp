@@ -25,7 +25,8 @@ client::Ref<client::OutlookBarShortcuts> SimShortcutGroup::Shortcuts() {
 
 std::vector<std::shared_ptr<SimShortcutGroup>> NewShortcutGroups(World& world) {
   auto shortcuts = std::make_shared<SimShortcutGroup>(world, "Shortcuts");
-  shortcuts->shortcuts.push_back(std::make_shared<ShortcutData>(ShortcutData{"Inbox", world.DefaultFolder(client::olFolderInbox)}));
+  shortcuts->shortcuts.push_back(
+      std::make_shared<ShortcutData>(ShortcutData{"Inbox", world.DefaultFolder(client::olFolderInbox)}));
   shortcuts->shortcuts.push_back(
       std::make_shared<ShortcutData>(ShortcutData{"Calendar", world.DefaultFolder(client::olFolderCalendar)}));
   auto mine = std::make_shared<SimShortcutGroup>(world, "My Shortcuts");

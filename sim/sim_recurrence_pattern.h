@@ -13,7 +13,8 @@ class World;
 
 class SimRecurrencePattern final : public client::RecurrencePattern {
  public:
-  SimRecurrencePattern(World& world, ItemPtr item) : world_(world), item_(std::move(item)), generation_(item_->generation) {}
+  SimRecurrencePattern(World& world, ItemPtr item)
+      : world_(world), item_(std::move(item)), generation_(item_->generation) {}
 
   long RecurrenceType() override;
   void RecurrenceType(long value) override;

@@ -34,7 +34,8 @@ void SimSafeMailItem::Send() {
   world_.Enter("SafeMailItem", "Send");
   const ItemPtr mail = Mail();
   if (World::Recipients(*mail).empty())
-    qorvane::Raise(fault::kUnspecified, "There must be at least one name or distribution list in the To, Cc, or Bcc box.");
+    qorvane::Raise(fault::kUnspecified,
+                   "There must be at least one name or distribution list in the To, Cc, or Bcc box.");
   world_.Send(mail);
 }
 

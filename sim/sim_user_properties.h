@@ -14,7 +14,8 @@ class World;
 
 class SimUserProperties final : public client::UserProperties {
  public:
-  SimUserProperties(World& world, ItemPtr item) : world_(world), item_(std::move(item)), generation_(item_->generation) {}
+  SimUserProperties(World& world, ItemPtr item)
+      : world_(world), item_(std::move(item)), generation_(item_->generation) {}
   long Count() override;
   client::Ref<client::UserProperty> Item(long index) override;
   client::Ref<client::UserProperty> Find(const std::string& name) override;

@@ -110,7 +110,8 @@ void World::Send(const ItemPtr& item) {
     sent.attachmentNames.push_back(attachment.displayName);
     sent.attachmentSources.push_back(attachment.source);
   }
-  for (const auto& property : item->properties) sent.userProperties[property->name] = PropertyValueText(property->value);
+  for (const auto& property : item->properties)
+    sent.userProperties[property->name] = PropertyValueText(property->value);
   sendLog.push_back(std::move(sent));
   item->sent = true;
   Move(item, *DefaultFolder(olFolderSentMail));

@@ -103,7 +103,8 @@ class CalendarTest : public ClientTest<F> {
 
   std::vector<std::string> Starts(const Ref<client::Items>& items) {
     std::vector<std::string> starts;
-    for (long i = 1, count = items->Count(); i <= count; ++i) starts.push_back(Text(items->Item(i)->AsAppointmentItem()->Start()));
+    for (long i = 1, count = items->Count(); i <= count; ++i)
+      starts.push_back(Text(items->Item(i)->AsAppointmentItem()->Start()));
     return starts;
   }
 

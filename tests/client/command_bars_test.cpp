@@ -88,7 +88,8 @@ TYPED_TEST(CommandBarsTest, FindControlLooksInsidePopups) {
                         {client::msoControlButton, "NoSuchTag", false}};
   for (const auto& c : cases) {
     SCOPED_TRACE(std::to_string(c.type) + " " + c.tag);
-    for (const auto& control : {bars->FindControl(c.type, 0, c.tag), bars->Item("Menu Bar")->FindControl(c.type, 0, c.tag)}) {
+    for (const auto& control :
+         {bars->FindControl(c.type, 0, c.tag), bars->Item("Menu Bar")->FindControl(c.type, 0, c.tag)}) {
       EXPECT_EQ(control != nullptr, c.found);
       if (control) {
         EXPECT_EQ(control->Tag(), c.tag);

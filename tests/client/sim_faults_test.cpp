@@ -71,7 +71,8 @@ TEST_F(SimFaultsTest, RestrictIsOneCallWhateverTheFolderHolds) {
   sim.ResetCounts();
   const auto started = std::chrono::steady_clock::now();
   const auto marked = items->Restrict(
-      "@SQL=\"http://schemas.microsoft.com/mapi/string/{00020329-0000-0000-C000-000000000046}/MoveToQorvane\" IS NOT NULL");
+      "@SQL=\"http://schemas.microsoft.com/mapi/string/{00020329-0000-0000-C000-000000000046}/MoveToQorvane\" IS NOT "
+      "NULL");
   const auto elapsed = std::chrono::steady_clock::now() - started;
   EXPECT_EQ(sim.TotalCalls(), 1);
   EXPECT_EQ(marked->Count(), 100);

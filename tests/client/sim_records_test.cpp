@@ -117,6 +117,22 @@ TEST_F(SimRecordsTest, InstallConnectsAndUninstallLetsGo) {
   sim.Install();
 }
 
+TEST(SimOptionsTest, ApplicationReportsTheConfiguredVersion) {
+  for (const char* version : {"9.0.0.2711", "11.0.8217", "16.0.17928.20114"}) {
+    SimOptions options;
+    options.version = version;
+    SimClient sim(options);
+    EXPECT_EQ(sim.Application()->Version(), version);
+  }
+}
+
+TEST_F(SimRecordsTest, OnlyTheMapiNamespaceExists) {
+  const auto app = sim.Application();
+  EXPECT_TRUE(app->GetNamespace("MAPI"));
+  EXPECT_TRUE(app->GetNamespace("mapi"));
+  EXPECT_THROW(app->GetNamespace("LDAP"), qorvane::RuntimeError);
+}
+
 TEST_F(SimRecordsTest, ViewsCountTheirAppliesAndSaves) {
   const auto view = sim.Root()->Folders()->Add("Qorvane", client::olFolderDrafts)->Views()->Add("V", 0, 0);
   view->Apply();

@@ -22,7 +22,9 @@ class SimWindowsTest : public ::testing::Test {
 
 struct SyncLog : client::SyncObjectEvents {
   void SyncStart() override { events.push_back("start"); }
-  void Progress(long state, const std::string&, long, long) override { events.push_back("progress " + std::to_string(state)); }
+  void Progress(long state, const std::string&, long, long) override {
+    events.push_back("progress " + std::to_string(state));
+  }
   void OnError(long code, const std::string& description) override {
     events.push_back("error " + std::to_string(code) + " " + description);
   }

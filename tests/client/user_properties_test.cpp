@@ -114,7 +114,8 @@ TYPED_TEST(UserPropertiesTest, FindIgnoresCase) {
 TYPED_TEST(UserPropertiesTest, AddingAnExistingNameRaises) {
   const auto properties = this->NewProperties();
   properties->Add("ScheduleTime", client::olDateTime);
-  for (const auto& [name, type] : {std::pair{"ScheduleTime", client::olDateTime}, std::pair{"scheduletime", client::olText}}) {
+  for (const auto& [name, type] :
+       {std::pair{"ScheduleTime", client::olDateTime}, std::pair{"scheduletime", client::olText}}) {
     SCOPED_TRACE(name);
     EXPECT_NE(ErrorOf([&] { properties->Add(name, type); }), 0);
   }

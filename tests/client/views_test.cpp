@@ -41,7 +41,8 @@ TYPED_TEST(ViewsTest, XmlReadsBackAsItWasWritten) {
   const auto view = this->NewFolder()->Views()->Add("Qorvane View", client::olTableView, 0);
   const std::string texts[] = {
       "<?xml version=\"1.0\"?>\n<view type=\"table\"><viewname>Qorvane View</viewname></view>\n",
-      "<view type=\"table\">\r\n  <column><prop>urn:schemas:httpmail:displayto</prop><width>0</width></column>\r\n</view>",
+      "<view type=\"table\">\r\n  "
+      "<column><prop>urn:schemas:httpmail:displayto</prop><width>0</width></column>\r\n</view>",
   };
   for (const auto& text : texts) {
     view->XML(text);
