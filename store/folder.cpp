@@ -21,16 +21,19 @@ constexpr const char* kScheduleTimeProperty = "ScheduleTime";
 // Whether this session has already looked at the view of an existing folder.
 bool g_ViewChecked = false;
 
+// The object itself, checked: a Nothing from the client is the runtime's
+// "object not set", not a crash. Held by value, so that an object the
+// client hands out only for this call stays alive while it is used.
 template <class T>
-T& Need(const std::shared_ptr<T>& object) {
+std::shared_ptr<T> Need(std::shared_ptr<T> object) {
   if (!object) qorvane::Raise(qorvane::err::kObjectNotSet);
-  return *object;
+  return object;
 }
 
 // Views with user columns by XML appeared with version 10 ("10.0" and on, all
 // starting with "1"); version 9 has none of this, so it gets no view at all.
 bool ViewsSupported() {
-  const std::string version = Need(client::CurrentApplication()).Version();
+  const std::string version = Need(client::CurrentApplication())->Version();
   return !version.empty() && version.front() == '1';
 }
 
@@ -39,14 +42,14 @@ bool ViewsSupported() {
 client::Ref<client::MAPIFolder> GetQorvaneFolder(bool create) {
   client::Ref<client::MAPIFolder> result;
   qorvane::Trap("Main.GetQorvaneFolder", [&] {
-    auto& app = Need(client::CurrentApplication());
-    auto& inbox = Need(Need(app.GetNamespace("MAPI")).GetDefaultFolder(client::olFolderInbox));
-    auto& root = Need(inbox.Parent());
-    auto& folders = Need(root.Folders());
-    for (long i = 1; i <= folders.Count(); ++i) {
-      const auto folder = folders.Item(i);
+    const auto app = Need(client::CurrentApplication());
+    const auto inbox = Need(Need(app->GetNamespace("MAPI"))->GetDefaultFolder(client::olFolderInbox));
+    const auto root = Need(inbox->Parent());
+    const auto folders = Need(root->Folders());
+    for (long i = 1; i <= folders->Count(); ++i) {
+      const auto folder = Need(folders->Item(i));
       // Case matters: a "qorvane" of the user's own is not ours.
-      if (Need(folder).Name() != kQorvaneFolderName) continue;
+      if (folder->Name() != kQorvaneFolderName) continue;
       if (folder->Class() == client::olFolder) {
         if (!g_ViewChecked) {
           UpdateView(folder);
@@ -64,7 +67,7 @@ client::Ref<client::MAPIFolder> GetQorvaneFolder(bool create) {
     g_ViewChecked = true;
     if (!create) return;
     // Drafts' item type keeps the waiting mails unsent, editable drafts.
-    const auto folder = folders.Add(kQorvaneFolderName, client::olFolderDrafts);
+    const auto folder = folders->Add(kQorvaneFolderName, client::olFolderDrafts);
     CustomizeView(folder);
     result = folder;
   });
@@ -77,7 +80,7 @@ bool UpdateView(const client::Ref<client::MAPIFolder>& folder) {
     client::Ref<client::View> view;
     // A folder without the view (the user deleted it) is not a failure: it
     // is made below.
-    qorvane::IgnoreErrors([&] { view = Need(Need(folder).Views()).Item(kQorvaneViewName); });
+    qorvane::IgnoreErrors([&] { view = Need(Need(folder)->Views())->Item(kQorvaneViewName); });
     qorvane::Err.Clear();
     if (view) {
       const std::string nextOccurrence = std::string(Xml::kPublicStringsNamespace) + "/" + kScheduleTimeProperty;
@@ -108,39 +111,39 @@ bool UpdateView(const client::Ref<client::MAPIFolder>& folder) {
 bool CustomizeView(const client::Ref<client::MAPIFolder>& folder) {
   return qorvane::Trap("Main.CustomizeView", [&] {
     if (!ViewsSupported()) return;
-    const auto view = Need(Need(folder).Views())
-                          .Add(kQorvaneViewName, client::olTableView, client::olViewSaveOptionThisFolderEveryone);
+    const auto view = Need(Need(folder)->Views())
+                          ->Add(kQorvaneViewName, client::olTableView, client::olViewSaveOptionThisFolderEveryone);
     // The recipients take the sender's place: every mail in here is the
     // user's own, so the sender says nothing.
     Xml::AddTableViewUserColumn(view, "To", kDisplayTo, "string", "", kFromName, 0);
     Xml::RemoveColumn(view, kFromName);
     Xml::AddUserPropColumn(view, kScheduleTimeProperty, "datetime", "Next Occurrence", "", 100);
-    Need(view).Apply();
+    Need(view)->Apply();
   });
 }
 
 bool AddShortcutFolder(const client::Ref<client::MAPIFolder>& folder) {
   return qorvane::Trap("Main.AddShortcutFolder", [&] {
     if (!folder) return;
-    const auto explorer = Need(client::CurrentApplication()).ActiveExplorer();
+    const auto explorer = Need(client::CurrentApplication())->ActiveExplorer();
     if (!explorer) return;
-    const auto pane = Need(explorer->Panes()).Item("OutlookBar");
+    const auto pane = Need(explorer->Panes())->Item("OutlookBar");
     if (!pane || pane->Class() != client::olOutlookBarPane) return;
-    const auto group = Need(pane->Groups()).Item("Shortcuts");
+    const auto group = Need(pane->Groups())->Item("Shortcuts");
     if (!group || group->Class() != client::olOutlookBarGroup) return;
-    auto& shortcuts = Need(group->Shortcuts());
+    const auto shortcuts = Need(group->Shortcuts());
     const std::string name = folder->Name();
     // Removing shifts the later shortcuts down one place, so the index only
     // moves on past a shortcut that stays.
-    for (long i = 1; i <= shortcuts.Count();) {
-      auto& shortcut = Need(shortcuts.Item(i));
-      if (shortcut.Class() == client::olOutlookBarShortcut && shortcut.Name() == name) {
-        shortcuts.Remove(i);
+    for (long i = 1; i <= shortcuts->Count();) {
+      const auto shortcut = Need(shortcuts->Item(i));
+      if (shortcut->Class() == client::olOutlookBarShortcut && shortcut->Name() == name) {
+        shortcuts->Remove(i);
       } else {
         ++i;
       }
     }
-    shortcuts.Add(folder, name);
+    shortcuts->Add(folder, name);
   });
 }
 
@@ -149,7 +152,7 @@ std::string GetFolderPath(const client::Ref<client::MAPIFolder>& folder) {
   qorvane::Trap("Main.GetFolderPath", [&] {
     client::Ref<client::MAPIFolder> current = folder;
     for (;;) {
-      const std::string name = Need(current).Name();
+      const std::string name = Need(current)->Name();
       path = path.empty() ? name : name + "\\" + path;
       // Above the store root there is the session, not a folder.
       auto parent = current->Parent();

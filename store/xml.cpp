@@ -14,16 +14,17 @@ using qorvane::xml::Document;
 using qorvane::xml::ElementRef;
 
 // A Nothing where the client or the DOM should have given an object is the
-// runtime's "object not set", not a crash.
+// runtime's "object not set", not a crash. Returned by value, so the object
+// lives as long as the caller holds it.
 template <class T>
-T& Need(const std::shared_ptr<T>& object) {
+std::shared_ptr<T> Need(std::shared_ptr<T> object) {
   if (!object) qorvane::Raise(qorvane::err::kObjectNotSet);
-  return *object;
+  return object;
 }
 
 void AppendTextChild(Document& doc, const ElementRef& parent, const std::string& name, const std::string& text) {
   const ElementRef child = doc.CreateElement(name);
-  Need(child).Text(text);
+  Need(child)->Text(text);
   parent->AppendChild(child);
 }
 
@@ -40,11 +41,10 @@ bool AddTableViewUserColumn(const client::Ref<client::View>& view, const std::op
                             const std::string& prop, const std::string& type, const std::string& userheading,
                             const std::string& insertBefore, long width) {
   return qorvane::Trap("Xml.AddTableViewUserColumn", [&] {
-    client::View& target = Need(view);
-    const auto doc = LoadView(target);
+    const auto target = Need(view);
+    const auto doc = LoadView(*target);
     if (!doc) return;
-    const ElementRef column = doc->CreateElement("column");
-    Need(column);
+    const ElementRef column = Need(doc->CreateElement("column"));
     // The order of these children is the one the client writes itself.
     if (heading) AppendTextChild(*doc, column, "Heading", *heading);
     AppendTextChild(*doc, column, "prop", prop);
@@ -52,8 +52,7 @@ bool AddTableViewUserColumn(const client::Ref<client::View>& view, const std::op
     AppendTextChild(*doc, column, "type", type);
     if (!userheading.empty()) AppendTextChild(*doc, column, "userheading", userheading);
 
-    const ElementRef root = doc->DocumentElement();
-    Need(root);
+    const ElementRef root = Need(doc->DocumentElement());
     const auto columns = root->SelectNodes("column");
     ElementRef before;
     if (!insertBefore.empty()) before = FindColumn(columns, insertBefore);
@@ -62,8 +61,8 @@ bool AddTableViewUserColumn(const client::Ref<client::View>& view, const std::op
     } else {
       root->AppendChild(column);
     }
-    target.XML(doc->Xml());
-    target.Save();
+    target->XML(doc->Xml());
+    target->Save();
   });
 }
 
@@ -75,18 +74,18 @@ bool AddUserPropColumn(const client::Ref<client::View>& view, const std::string&
 
 bool RemoveColumn(const client::Ref<client::View>& view, const std::string& prop) {
   return qorvane::Trap("Xml.RemoveColumn", [&] {
-    client::View& target = Need(view);
+    const auto target = Need(view);
     // Only adding stops quietly on a definition that doesn't parse; here it
     // leaves no document element, which fails as "object not set" and is
     // logged.
     auto doc = qorvane::xml::CreateDocument();
-    doc->LoadXml(target.XML());
-    const ElementRef root = doc->DocumentElement();
-    const ElementRef column = FindColumn(Need(root).SelectNodes("column"), prop);
+    doc->LoadXml(target->XML());
+    const ElementRef root = Need(doc->DocumentElement());
+    const ElementRef column = FindColumn(root->SelectNodes("column"), prop);
     if (!column) return;
     root->RemoveChild(column);
-    target.XML(doc->Xml());
-    target.Save();
+    target->XML(doc->Xml());
+    target->Save();
   });
 }
 
@@ -94,8 +93,8 @@ bool ColumnExists(const client::Ref<client::View>& view, const std::string& prop
   bool exists = false;
   qorvane::Trap("Xml.ColumnExists", [&] {
     auto doc = qorvane::xml::CreateDocument();
-    doc->LoadXml(Need(view).XML());
-    exists = FindColumn(Need(doc->DocumentElement()).SelectNodes("column"), prop) != nullptr;
+    doc->LoadXml(Need(view)->XML());
+    exists = FindColumn(Need(doc->DocumentElement())->SelectNodes("column"), prop) != nullptr;
   });
   return exists;
 }
