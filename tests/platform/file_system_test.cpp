@@ -126,27 +126,6 @@ TEST(ListFolder, NothingForWhatIsNotAListableFolder) {
   for (const std::string& folder : cases) EXPECT_FALSE(ListFolder(folder)) << "'" << folder << "'";
 }
 
-TEST(ListFolder, AnEmptyFolderHoldsOnlyItsOwnEntries) {
-  TempFolder temp;
-  const auto listed = ListFolder(temp.SubFolder("empty"));
-  ASSERT_TRUE(listed);
-  for (const FolderEntry& entry : *listed) {
-    EXPECT_TRUE(entry.name == "." || entry.name == "..") << entry.name;
-    EXPECT_TRUE(entry.directory) << entry.name;
-  }
-}
-
-TEST(ListFolder, ReachesASubFolderThroughJoinPath) {
-  TempFolder temp;
-  const std::string sub = JoinPath(temp.Folder(), "sub");
-  temp.SubFolder("sub");
-  std::ofstream(Path(JoinPath(sub, "inner.txt"))) << "x";
-  const auto listed = ListFolder(sub);
-  ASSERT_TRUE(listed);
-  EXPECT_EQ(ByName(*listed).count("inner.txt"), 1u);
-  EXPECT_TRUE(FileExists(JoinPath(sub, "inner.txt")));
-}
-
 #ifdef _WIN32
 TEST(ListFolder, ReportsTheHiddenAndSystemAttributes) {
   TempFolder temp;

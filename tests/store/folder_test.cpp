@@ -289,16 +289,6 @@ TEST(UpdateView, ViewsAreMadeOnlyFromVersionTen) {
   }
 }
 
-TEST(CustomizeView, AnExistingViewIsNotMadeAgain) {
-  Session s;
-  const std::string mine = ViewWith({kHref, kToProp});
-  const auto folder = s.Existing(mine);
-  EXPECT_FALSE(Main::CustomizeView(folder));
-  EXPECT_EQ(s.View(folder)->XML(), mine);
-  EXPECT_EQ(s.sim.CallCount("View.Apply"), 0);
-  EXPECT_TRUE(s.log.LogContains(") : Main.CustomizeView\t")) << s.log.LogText();
-}
-
 TEST(CustomizeView, AFailedColumnEditLeavesTheRestOfTheView) {
   Session s;
   const auto folder = s.sim.Root()->Folders()->Add(Main::kQorvaneFolderName, client::olFolderDrafts);
