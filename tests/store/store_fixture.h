@@ -41,14 +41,14 @@ class StoreTest : public ::testing::Test {
 
   // A file of the test's own, with a chosen age in days.
   std::string MakeFile(const std::string& relative, int ageDays = 0) {
-    const std::filesystem::path path = log_.Folder() / "files" / relative;
+    const std::filesystem::path path = (log_.Folder() / "files" / relative).make_preferred();
     std::filesystem::create_directories(path.parent_path());
     std::ofstream(path) << relative;
     std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() - std::chrono::hours(24 * ageDays));
     return path.string();
   }
   std::string FilesFolder(const std::string& relative = "") const {
-    return (log_.Folder() / "files" / relative).string();
+    return (log_.Folder() / "files" / relative).make_preferred().string();
   }
 
   ScopedLocale locale_{"en-US"};
