@@ -6,7 +6,7 @@
 // the marked mails with one restriction on the mark's named property; older
 // ones are walked. Either way the mails are collected first and moved after,
 // because moving out of a collection shifts its indexes.
-#include "store/m_special.h"
+#include "store/marked_mails.h"
 
 #include <string>
 #include <vector>

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "store/folder.h"
-#include "store/m_special.h"
+#include "store/marked_mails.h"
 #include "tests/store/store_fixture.h"
 
 namespace qorvane {
