@@ -10,26 +10,10 @@
 #include <vector>
 
 #include "platform/file_system.h"
+#include "platform/win_text.h"
 
 namespace qorvane {
 namespace {
-
-std::wstring Wide(std::string_view text) {
-  if (text.empty()) return {};
-  const int n = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(n), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(), n);
-  return wide;
-}
-
-std::string Utf8(const wchar_t* wide) {
-  const int length = lstrlenW(wide);
-  if (length == 0) return {};
-  const int n = WideCharToMultiByte(CP_UTF8, 0, wide, length, nullptr, 0, nullptr, nullptr);
-  std::string text(static_cast<std::size_t>(n), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, wide, length, text.data(), n, nullptr, nullptr);
-  return text;
-}
 
 std::int64_t Ticks(const FILETIME& time) {
   return static_cast<std::int64_t>((static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime);
@@ -39,19 +23,19 @@ std::int64_t Ticks(const FILETIME& time) {
 
 bool FileExists(const std::string& path) {
   if (path.empty()) return false;
-  const DWORD attributes = GetFileAttributesW(Wide(path).c_str());
+  const DWORD attributes = GetFileAttributesW(WideFromUtf8(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
 std::optional<std::vector<FolderEntry>> ListFolder(const std::string& folder) {
   if (folder.empty()) return std::nullopt;
   WIN32_FIND_DATAW found;
-  const HANDLE find = FindFirstFileW(Wide(JoinPath(folder, "*")).c_str(), &found);
+  const HANDLE find = FindFirstFileW(WideFromUtf8(JoinPath(folder, "*")).c_str(), &found);
   if (find == INVALID_HANDLE_VALUE) return std::nullopt;
   std::vector<FolderEntry> entries;
   do {
     FolderEntry entry;
-    entry.name = Utf8(found.cFileName);
+    entry.name = Utf8FromWide(found.cFileName);
     entry.directory = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     entry.hidden = (found.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
     entry.system = (found.dwFileAttributes & FILE_ATTRIBUTE_SYSTEM) != 0;

@@ -8,26 +8,11 @@
 
 #include "platform/locale.h"
 #include "platform/pattern_locale.h"
+#include "platform/win_text.h"
 
 namespace qorvane {
 
 namespace {
-
-std::wstring Widen(std::string_view utf8) {
-  if (utf8.empty()) return {};
-  const int length = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), wide.data(), length);
-  return wide;
-}
-
-std::string Narrow(const wchar_t* wide, int length) {
-  if (length <= 0) return {};
-  const int size = WideCharToMultiByte(CP_UTF8, 0, wide, length, nullptr, 0, nullptr, nullptr);
-  std::string utf8(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, wide, length, utf8.data(), size, nullptr, nullptr);
-  return utf8;
-}
 
 class WindowsLocale final : public Locale {
  public:
@@ -38,13 +23,13 @@ class WindowsLocale final : public Locale {
   std::string FormatGeneralDate(double date) const override {
     BSTR text = nullptr;
     if (FAILED(VarBstrFromDate(date, lcid_, 0, &text)) || !text) return {};
-    std::string utf8 = Narrow(text, static_cast<int>(SysStringLen(text)));
+    std::string utf8 = Utf8FromWide(text, static_cast<int>(SysStringLen(text)));
     SysFreeString(text);
     return utf8;
   }
 
   std::optional<double> ParseDate(std::string_view text) const override {
-    std::wstring wide = Widen(text);
+    std::wstring wide = WideFromUtf8(text);
     DATE date = 0;
     if (FAILED(VarDateFromStr(wide.data(), lcid_, 0, &date))) return std::nullopt;
     return date;
@@ -65,7 +50,7 @@ class WindowsLocale final : public Locale {
   std::string Info(LCTYPE type) const {
     wchar_t buffer[128] = {};
     const int length = GetLocaleInfoW(lcid_, type, buffer, 128);
-    return length > 0 ? Narrow(buffer, length - 1) : std::string();
+    return length > 0 ? Utf8FromWide(buffer, length - 1) : std::string();
   }
 
   LCID lcid_;
@@ -86,7 +71,7 @@ bool SelectLocale(std::string_view name) {
   if (normalised.empty()) return false;
   // The POSIX default locale is en-US here too, so a --locale C means the same.
   if (normalised == "C" || normalised == "POSIX") normalised = "en-US";
-  const LCID lcid = LocaleNameToLCID(Widen(normalised).c_str(), 0);
+  const LCID lcid = LocaleNameToLCID(WideFromUtf8(normalised).c_str(), 0);
   if (lcid == 0) return false;
   g_current = std::make_unique<WindowsLocale>(lcid, normalised);
   return true;
@@ -95,7 +80,7 @@ bool SelectLocale(std::string_view name) {
 void SelectUserLocale() {
   wchar_t name[LOCALE_NAME_MAX_LENGTH] = {};
   const int length = LCIDToLocaleName(LOCALE_USER_DEFAULT, name, LOCALE_NAME_MAX_LENGTH, 0);
-  g_current = std::make_unique<WindowsLocale>(LOCALE_USER_DEFAULT, length > 0 ? Narrow(name, length - 1) : "en-US");
+  g_current = std::make_unique<WindowsLocale>(LOCALE_USER_DEFAULT, length > 0 ? Utf8FromWide(name, length - 1) : "en-US");
 }
 
 }  // namespace qorvane

@@ -4,22 +4,15 @@
 #include <string>
 
 #include "platform/message_box.h"
+#include "platform/win_text.h"
 
 namespace qorvane {
 namespace {
 
-std::wstring Wide(const std::string& text) {
-  if (text.empty()) return {};
-  const int n = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(n), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(), n);
-  return wide;
-}
-
 class Win32MessageBox final : public MessageBoxService {
  public:
   long Show(const std::string& prompt, long buttons, const std::string& title) override {
-    return MessageBoxW(GetActiveWindow(), Wide(prompt).c_str(), Wide(title).c_str(), static_cast<UINT>(buttons));
+    return MessageBoxW(GetActiveWindow(), WideFromUtf8(prompt).c_str(), WideFromUtf8(title).c_str(), static_cast<UINT>(buttons));
   }
 };
 

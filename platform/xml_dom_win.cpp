@@ -12,6 +12,7 @@
 
 #include "base/runtime_error.h"
 #include "platform/xml_dom.h"
+#include "platform/win_text.h"
 
 namespace qorvane::xml {
 namespace {
@@ -50,10 +51,9 @@ class Bstr {
  public:
   Bstr() = default;
   explicit Bstr(const std::string& utf8) {
-    const int n = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
-    b_ = SysAllocStringLen(nullptr, static_cast<UINT>(n));
+    const std::wstring wide = WideFromUtf8(utf8);
+    b_ = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
     if (!b_) Raise(err::kOutOfMemory);
-    if (n > 0) MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), b_, n);
   }
   Bstr(const Bstr&) = delete;
   Bstr& operator=(const Bstr&) = delete;
@@ -65,14 +65,7 @@ class Bstr {
     b_ = nullptr;
     return &b_;
   }
-  std::string Utf8() const {
-    const int length = static_cast<int>(SysStringLen(b_));
-    if (length == 0) return {};
-    const int n = WideCharToMultiByte(CP_UTF8, 0, b_, length, nullptr, 0, nullptr, nullptr);
-    std::string text(static_cast<std::size_t>(n), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, b_, length, text.data(), n, nullptr, nullptr);
-    return text;
-  }
+  std::string Utf8() const { return Utf8FromWide(b_, static_cast<int>(SysStringLen(b_))); }
 
  private:
   BSTR b_ = nullptr;

@@ -9,21 +9,12 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include "platform/win_text.h"
+
 #include <cstdio>
 
 namespace qorvane::tool {
 
-namespace {
-
-std::string ToUtf8(const wchar_t* wide) {
-  int size = WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
-  if (size <= 1) return {};
-  std::string utf8(static_cast<std::size_t>(size - 1), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, wide, -1, utf8.data(), size, nullptr, nullptr);
-  return utf8;
-}
-
-}  // namespace
 
 void PrepareConsole() {
   _setmode(_fileno(stdout), _O_BINARY);
@@ -36,7 +27,7 @@ std::vector<std::string> CommandLineArguments(int argc, char** argv) {
   LPWSTR* wide = CommandLineToArgvW(GetCommandLineW(), &count);
   if (wide == nullptr) return std::vector<std::string>(argv + 1, argv + argc);
   std::vector<std::string> args;
-  for (int i = 1; i < count; ++i) args.push_back(ToUtf8(wide[i]));
+  for (int i = 1; i < count; ++i) args.push_back(Utf8FromWide(wide[i]));
   LocalFree(wide);
   return args;
 }
