@@ -1,14 +1,16 @@
 // The qorvane tool's commands run in-process, as a user would call them:
-// listings checked against dates worked out by hand from a calendar, the
-// stored line against the form earlier versions wrote, and every kind of bad
-// input against exit code 2 with one message.
+// the stored line against the form earlier versions wrote, a few listings
+// against dates worked out by hand from a calendar, bad input against exit
+// code 2 with one message, and the registry and ignore-list commands. The
+// engine's own patterns, descriptions and lines are tested in tests/schedule.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "infra/cwinreg.h"
+#include "infra/settings.h"
 #include "tests/support/registry_sandbox.h"
 #include "tests/support/test_env.h"
 #include "tests/tools/tool_invoke.h"
@@ -19,334 +21,251 @@ namespace {
 
 using testing::Invoke;
 using testing::Result;
-
-std::vector<std::string> Concat(std::vector<std::string> a, const std::vector<std::string>& b) {
-  a.insert(a.end(), b.begin(), b.end());
-  return a;
-}
+using Args = std::vector<std::string>;
 
 class ToolTest : public ::testing::Test {
  protected:
-  // No stored client option: weekly patterns count weeks from the locale's
-  // first day unless --first-dow says otherwise.
-  qorvane::testing::ScopedRegistryKeys registry_{{"Software\\Microsoft\\Office\\16.0"}};
+  // The tool's test key, the add-in's settings and the client's options of
+  // two versions, none stored: weekly patterns count weeks from the locale's
+  // first day unless told otherwise.
+  qorvane::testing::ScopedRegistryKeys registry_{
+      {"Software\\QorvaneToolTest", "Software\\VB and VBA Program Settings\\Qorvane",
+       "Software\\Microsoft\\Office\\16.0", "Software\\Microsoft\\Office\\77.0"}};
   qorvane::testing::ScopedLogFolder log_;
   qorvane::testing::ScopedLocale locale_{"en-US"};
 };
 
-// --- occurrences: listings checked against the calendar --------------------
+int Lines(const std::string& text) { return static_cast<int>(std::count(text.begin(), text.end(), '\n')); }
 
-struct ListingCase {
-  const char* name;
-  std::vector<std::string> pattern;
-  std::vector<std::string> limit;
-  std::string expected;
-};
-void PrintTo(const ListingCase& c, std::ostream* os) { *os << c.name; }
-
-
-class OccurrencesTest : public ToolTest, public ::testing::WithParamInterface<ListingCase> {};
-
-TEST_P(OccurrencesTest, ListsTheCalendarDays) {
-  const ListingCase& c = GetParam();
-  Result r = Invoke(Concat(Concat({"occurrences"}, c.pattern), c.limit));
-  EXPECT_EQ(r.code, 0) << r.err;
-  EXPECT_EQ(r.out, c.expected);
-  EXPECT_EQ(r.err, "");
-}
-
-INSTANTIATE_TEST_SUITE_P(Table, OccurrencesTest, ::testing::Values(
-    ListingCase{"DailyEvery3Days",
-                {"--type", "0", "--interval", "3", "--start", "2025-03-03", "--time", "09:30"},
-                {"--count", "4"},
-                "2025-03-03 09:30\n2025-03-06 09:30\n2025-03-09 09:30\n2025-03-12 09:30\n"},
-    ListingCase{"DailyAcrossMonthEnd",
-                {"--type", "0", "--interval", "2", "--start", "2024-02-27", "--time", "23:59"},
-                {"--count", "3"},
-                "2024-02-27 23:59\n2024-02-29 23:59\n2024-03-02 23:59\n"},
-    ListingCase{"EveryWeekdaySkipsTheWeekend",
-                {"--type", "0", "--interval", "0", "--mask", "62", "--start", "2025-03-07", "--time", "08:00"},
-                {"--count", "3"},
-                "2025-03-07 08:00\n2025-03-10 08:00\n2025-03-11 08:00\n"},
-    ListingCase{"UntilIncludesTheLastDay",
-                {"--type", "0", "--start", "2025-03-03", "--time", "00:00"},
-                {"--until", "2025-03-05"},
-                "2025-03-03 00:00\n2025-03-04 00:00\n2025-03-05 00:00\n"},
-    // Start on a Wednesday: the first week keeps only its Friday, the next
-    // week is skipped.
-    ListingCase{"WeeklyMondayFridayEvery2Weeks",
-                {"--type", "1", "--interval", "2", "--mask", "34", "--start", "2025-03-05", "--time", "09:30"},
-                {"--count", "5"},
-                "2025-03-07 09:30\n2025-03-17 09:30\n2025-03-21 09:30\n2025-03-31 09:30\n2025-04-04 09:30\n"},
-    // Saturday and Sunday every 2 weeks: with Sunday first the start
-    // Saturday ends its week; with Monday first the next day is still in it.
-    ListingCase{"WeeklyWeekendWeeksFromSunday",
-                {"--type", "1", "--interval", "2", "--mask", "65", "--start", "2025-03-01", "--time", "10:00",
-                 "--first-dow", "1"},
-                {"--count", "4"},
-                "2025-03-01 10:00\n2025-03-09 10:00\n2025-03-15 10:00\n2025-03-23 10:00\n"},
-    ListingCase{"WeeklyWeekendWeeksFromMonday",
-                {"--type", "1", "--interval", "2", "--mask", "65", "--start", "2025-03-01", "--time", "10:00",
-                 "--first-dow", "2"},
-                {"--count", "4"},
-                "2025-03-01 10:00\n2025-03-02 10:00\n2025-03-15 10:00\n2025-03-16 10:00\n"},
-    // German weeks start on Monday: 0 takes that, the default stays Sunday.
-    ListingCase{"WeeklyFirstDowZeroTakesTheLocales",
-                {"--type", "1", "--interval", "2", "--mask", "65", "--start", "2025-03-01", "--time", "10:00",
-                 "--first-dow", "0", "--locale", "de-DE"},
-                {"--count", "4"},
-                "2025-03-01 10:00\n2025-03-02 10:00\n2025-03-15 10:00\n2025-03-16 10:00\n"},
-    ListingCase{"WeeklyFirstDowDefaultsToTheLocaleWithoutAClientOption",
-                {"--type", "1", "--interval", "2", "--mask", "65", "--start", "2025-03-01", "--time", "10:00",
-                 "--locale", "de-DE"},
-                {"--count", "4"},
-                "2025-03-01 10:00\n2025-03-02 10:00\n2025-03-15 10:00\n2025-03-16 10:00\n"},
-    ListingCase{"MonthlyDay31FallsOnMonthEnds",
-                {"--type", "2", "--day-of-month", "31", "--start", "2025-01-31", "--time", "17:00"},
-                {"--count", "4"},
-                "2025-01-31 17:00\n2025-02-28 17:00\n2025-03-31 17:00\n2025-04-30 17:00\n"},
-    ListingCase{"MonthlyDayPassedStartsNextMonth",
-                {"--type", "2", "--day-of-month", "10", "--interval", "2", "--start", "2025-01-15", "--time", "12:00"},
-                {"--count", "2"},
-                "2025-03-10 12:00\n2025-05-10 12:00\n"},
-    ListingCase{"MonthlyLastFriday",
-                {"--type", "3", "--instance", "5", "--mask", "32", "--start", "2025-01-01", "--time", "16:30"},
-                {"--count", "3"},
-                "2025-01-31 16:30\n2025-02-28 16:30\n2025-03-28 16:30\n"},
-    ListingCase{"MonthlyFirstMonday",
-                {"--type", "3", "--instance", "1", "--mask", "2", "--start", "2025-09-02", "--time", "07:15"},
-                {"--count", "2"},
-                "2025-10-06 07:15\n2025-11-03 07:15\n"},
-    ListingCase{"YearlyLeapDayFallsBackTo28th",
-                {"--type", "5", "--month", "2", "--day-of-month", "29", "--start", "2024-02-01", "--time", "09:00"},
-                {"--count", "5"},
-                "2024-02-29 09:00\n2025-02-28 09:00\n2026-02-28 09:00\n2027-02-28 09:00\n2028-02-29 09:00\n"},
-    ListingCase{"YearlySecondTuesdayOfMarch",
-                {"--type", "6", "--instance", "2", "--mask", "4", "--month", "3", "--start", "2025-01-01",
-                 "--time", "09:00"},
-                {"--count", "3"},
-                "2025-03-11 09:00\n2026-03-10 09:00\n2027-03-09 09:00\n"},
-    ListingCase{"TypeFourIsNotAPattern",
-                {"--type", "4", "--start", "2025-03-03", "--time", "09:30"}, {"--count", "3"}, ""},
-    ListingCase{"TypeNineIsNotAPattern",
-                {"--type", "9", "--start", "2025-03-03", "--time", "09:30"}, {"--until", "2025-12-31"}, ""}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(ToolTest, UntilListsAtMost999) {
-  Result r = Invoke({"occurrences", "--type", "0", "--start", "2025-01-01", "--time", "09:00", "--until", "2030-01-01"});
-  EXPECT_EQ(r.code, 0);
-  EXPECT_EQ(std::count(r.out.begin(), r.out.end(), '\n'), 999);
-}
-
-TEST_F(ToolTest, ListingPastYear9999IsAFailureNotAnEmptyList) {
-  // A count listing looks up to 1000 years ahead, beyond the last valid year.
-  Result r = Invoke({"occurrences", "--type", "0", "--start", "9500-01-01", "--time", "09:00", "--count", "2"});
-  EXPECT_EQ(r.code, 1);
-  EXPECT_EQ(r.out, "");
-  EXPECT_NE(r.err.find("see the log"), std::string::npos) << r.err;
-}
-
-// --- encode / decode: the stored line --------------------------------------
-
-const std::vector<std::string> kWorkedExample = {
-    "--type", "1", "--interval", "1", "--mask", "34", "--occurrences", "10", "--start", "2025-03-03",
-    "--time", "09:30", "--attach", "C:\\Reports\\summary.pdf", "--attach", "C:\\Reports\\Weekly\\"};
 const char* const kWorkedLine =
     "1;1;0;0;0;34;1;10;0;C:\\Reports\\summary.pdf;C:\\Reports\\Weekly\\;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM";
-const char* const kWorkedFields =
-    "ScheduleTime=1899-12-30 00:00:00\n"
-    "attachment=C:\\Reports\\summary.pdf\n"
-    "attachment=C:\\Reports\\Weekly\\\n"
-    "IsRecurring=1\n"
-    "RecurrenceType=1\n"
-    "DayOfMonth=0\n"
-    "MonthOfYear=0\n"
-    "Instance=0\n"
-    "DayOfWeekMask=34\n"
-    "Interval=1\n"
-    "Occurrences=10\n"
-    "NoEndDate=0\n"
-    "StartTime=1899-12-30 09:30:00\n"
-    "PatternStartDate=2025-03-03 00:00:00\n"
-    "PatternEndDate=1899-12-30 00:00:00\n";
 
-TEST_F(ToolTest, EncodeWritesTheWorkedExampleLine) {
-  Result r = Invoke(Concat({"--locale", "en-US", "encode"}, kWorkedExample));
-  EXPECT_EQ(r.code, 0) << r.err;
-  EXPECT_EQ(r.out, std::string(kWorkedLine) + "\n");
+// Each run on its own; on failure nothing but one line on stderr that holds `err`.
+TEST_F(ToolTest, CommandsPrintExactly) {
+  const Args describe = {"describe", "--type", "1", "--mask", "34", "--start", "2025-03-03", "--time", "09:30",
+                         "--occurrences", "10", "--schedule-time", "2025-03-03 09:30"};
+  const std::string described = "Occurs every 1 week(s) on monday And friday effective 3/3/2025 9:30:00 AM";
+  const struct {
+    Args args;
+    int code;
+    std::string out;
+    const char* err = "";
+  } cases[] = {
+      {{"--locale", "en-US", "encode", "--type", "1", "--interval", "1", "--mask", "34", "--occurrences", "10",
+        "--start", "2025-03-03", "--time", "09:30", "--attach", "C:\\Reports\\summary.pdf", "--attach",
+        "C:\\Reports\\Weekly\\"},
+       0, std::string(kWorkedLine) + "\n"},
+      {{"decode", kWorkedLine, "--locale=en-US"}, 0,
+       "ScheduleTime=1899-12-30 00:00:00\nattachment=C:\\Reports\\summary.pdf\nattachment=C:\\Reports\\Weekly\\\n"
+       "IsRecurring=1\nRecurrenceType=1\nDayOfMonth=0\nMonthOfYear=0\nInstance=0\nDayOfWeekMask=34\nInterval=1\n"
+       "Occurrences=10\nNoEndDate=0\nStartTime=1899-12-30 09:30:00\nPatternStartDate=2025-03-03 00:00:00\n"
+       "PatternEndDate=1899-12-30 00:00:00\n"},
+      {{"encode", "--type", "0", "--start", "2025-03-03", "--time", "18:05", "--no-end"}, 0,
+       "1;0;0;0;0;0;1;0;1;#10;6:05:00 PM#8;3/3/2025#11;12:00:00 AM\n"},
+      {{"encode", "--type", "0", "--start", "2025-03-03", "--time", "18:05", "--end-date", "2025-12-24", "--one-time"},
+       0, "0;0;0;0;0;0;1;0;0;#10;6:05:00 PM#8;3/3/2025#10;12/24/2025\n"},
+      // The tenth send on Mondays and Fridays from Monday 3 March is on 4 April.
+      {describe, 0, described + "\n"},
+      {[&] { auto a = describe; a.push_back("--last"); return a; }(), 0, described + " until 4/4/2025 9:30:00 AM\n"},
+      {[&] { auto a = describe; a.push_back("--one-time"); return a; }(), 0, "none\n"},
+      {{"occurrences", "--type", "0", "--interval", "3", "--start", "2025-03-03", "--time", "09:30", "--count", "4"},
+       0, "2025-03-03 09:30\n2025-03-06 09:30\n2025-03-09 09:30\n2025-03-12 09:30\n"},
+      {{"occurrences", "--type", "0", "--start", "2025-03-03", "--time", "00:00", "--until", "2025-03-05"}, 0,
+       "2025-03-03 00:00\n2025-03-04 00:00\n2025-03-05 00:00\n"},
+      // From a Wednesday: the first week keeps only its Friday, the next is skipped.
+      {{"occurrences", "--type", "1", "--interval", "2", "--mask", "34", "--start", "2025-03-05", "--time", "09:30",
+        "--count", "5"},
+       0, "2025-03-07 09:30\n2025-03-17 09:30\n2025-03-21 09:30\n2025-03-31 09:30\n2025-04-04 09:30\n"},
+      {{"occurrences", "--type", "2", "--day-of-month", "31", "--start", "2025-01-31", "--time", "17:00", "--count",
+        "3"},
+       0, "2025-01-31 17:00\n2025-02-28 17:00\n2025-03-31 17:00\n"},
+      {{"occurrences", "--type", "3", "--instance", "5", "--mask", "32", "--start", "2025-01-01", "--time", "16:30",
+        "--count", "3"},
+       0, "2025-01-31 16:30\n2025-02-28 16:30\n2025-03-28 16:30\n"},
+      {{"occurrences", "--type", "6", "--instance", "2", "--mask", "4", "--month", "3", "--start", "2025-01-01",
+        "--time", "09:00", "--count", "3"},
+       0, "2025-03-11 09:00\n2026-03-10 09:00\n2027-03-09 09:00\n"},
+      {{"occurrences", "--type", "9", "--start", "2025-03-03", "--time", "09:30", "--until", "2025-12-31"}, 0, ""},
+      // A count listing looks up to 1000 years ahead, past the last valid year.
+      {{"occurrences", "--type", "0", "--start", "9500-01-01", "--time", "09:00", "--count", "2"}, 1, "",
+       "see the log"},
+  };
+  for (const auto& c : cases) {
+    const Result r = Invoke(c.args);
+    EXPECT_EQ(r.code, c.code) << ::testing::PrintToString(c.args) << ": " << r.err;
+    EXPECT_EQ(r.out, c.out) << ::testing::PrintToString(c.args);
+    EXPECT_EQ(Lines(r.err), c.code ? 1 : 0) << r.err;
+    EXPECT_NE(r.err.find(c.err), std::string::npos) << r.err;
+  }
 }
 
-TEST_F(ToolTest, DecodePrintsTheWorkedExampleFields) {
-  Result r = Invoke({"decode", kWorkedLine, "--locale=en-US"});
-  EXPECT_EQ(r.code, 0) << r.err;
-  EXPECT_EQ(r.out, kWorkedFields);
+TEST_F(ToolTest, DecodeReadsWhatEncodeWroteInEveryLocale) {
+  for (const char* locale : {"en-US", "en-GB", "de-DE", "fr-FR"}) {
+    Result line = Invoke({"--locale", locale, "encode", "--type", "6", "--instance", "5", "--mask", "65", "--month",
+                          "11", "--interval", "3", "--start", "2031-11-02", "--time", "21:45", "--end-date",
+                          "2040-01-31", "--attach", "/home/ann/notes.txt", "--attach", "Überblick.pdf"});
+    ASSERT_EQ(line.code, 0) << locale << ": " << line.err;
+    line.out.pop_back();
+    const Result fields = Invoke({"--locale", locale, "decode", line.out});
+    EXPECT_EQ(fields.code, 0) << locale << ": " << fields.err;
+    EXPECT_EQ(fields.out,
+              "ScheduleTime=1899-12-30 00:00:00\nattachment=/home/ann/notes.txt\nattachment=Überblick.pdf\n"
+              "IsRecurring=1\nRecurrenceType=6\nDayOfMonth=0\nMonthOfYear=11\nInstance=5\n"
+              "DayOfWeekMask=65\nInterval=3\nOccurrences=0\nNoEndDate=0\nStartTime=1899-12-30 21:45:00\n"
+              "PatternStartDate=2031-11-02 00:00:00\nPatternEndDate=2040-01-31 00:00:00\n")
+        << locale;
+  }
 }
 
-TEST_F(ToolTest, EncodeEndOptionsReachTheLine) {
-  const std::vector<std::string> pattern = {"encode", "--type", "0", "--start", "2025-03-03", "--time", "18:05"};
-  Result no_end = Invoke(Concat(pattern, {"--no-end"}));
-  EXPECT_EQ(no_end.out, "1;0;0;0;0;0;1;0;1;#10;6:05:00 PM#8;3/3/2025#11;12:00:00 AM\n");
-  Result by_date = Invoke(Concat(pattern, {"--end-date", "2025-12-24", "--one-time"}));
-  EXPECT_EQ(by_date.out, "0;0;0;0;0;0;1;0;0;#10;6:05:00 PM#8;3/3/2025#10;12/24/2025\n");
-}
-
-// Whatever the locale writes, the same locale must read back unchanged.
-class RoundTripTest : public ToolTest, public ::testing::WithParamInterface<const char*> {};
-
-TEST_P(RoundTripTest, DecodeReadsWhatEncodeWrote) {
-  Result line = Invoke({"--locale", GetParam(), "encode", "--type", "6", "--instance", "5", "--mask", "65",
-                     "--month", "11", "--interval", "3", "--start", "2031-11-02", "--time", "21:45",
-                     "--end-date", "2040-01-31", "--attach", "/home/ann/notes.txt", "--attach", "Überblick.pdf"});
-  ASSERT_EQ(line.code, 0) << line.err;
-  ASSERT_FALSE(line.out.empty());
-  line.out.pop_back();
-  Result fields = Invoke({"--locale", GetParam(), "decode", line.out});
-  EXPECT_EQ(fields.code, 0) << fields.err;
-  EXPECT_EQ(fields.out,
-            "ScheduleTime=1899-12-30 00:00:00\n"
-            "attachment=/home/ann/notes.txt\n"
-            "attachment=Überblick.pdf\n"
-            "IsRecurring=1\nRecurrenceType=6\nDayOfMonth=0\nMonthOfYear=11\nInstance=5\n"
-            "DayOfWeekMask=65\nInterval=3\nOccurrences=0\nNoEndDate=0\n"
-            "StartTime=1899-12-30 21:45:00\n"
-            "PatternStartDate=2031-11-02 00:00:00\n"
-            "PatternEndDate=2040-01-31 00:00:00\n");
-}
-
-INSTANTIATE_TEST_SUITE_P(Locales, RoundTripTest, ::testing::Values("en-US", "en-GB", "de-DE", "fr-FR"));
-
-struct BadLineCase {
-  const char* name;
-  const char* line;
-  const char* printed;  // a field the partial read must still show
-};
-void PrintTo(const BadLineCase& c, std::ostream* os) { *os << c.name; }
-
-
-class DecodeFailureTest : public ToolTest, public ::testing::WithParamInterface<BadLineCase> {};
-
-TEST_P(DecodeFailureTest, PrintsWhatWasReadExplainsAndLogs) {
-  const BadLineCase& c = GetParam();
-  Result r = Invoke({"--locale", "en-US", "decode", c.line});
-  EXPECT_EQ(r.code, 1);
-  EXPECT_NE(r.out.find(c.printed), std::string::npos) << r.out;
-  EXPECT_NE(r.out.find("PatternEndDate="), std::string::npos) << "every field is printed";
-  EXPECT_NE(r.err.find("could not be read: error "), std::string::npos) << r.err;
-  EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
+TEST_F(ToolTest, DecodeFailurePrintsWhatWasReadExplainsAndLogs) {
+  for (const auto& [line, printed] : {
+           std::pair{"1;1;0;0;0;34;1;10;0", "RecurrenceType=0"},  // no date section
+           {"1;1;x;0;0;34;1;10;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", "RecurrenceType=1"},
+           {"1;2;31;0;0;0;1;0;1;#10;9:30:00 AM#8;3/3/2025#11;not a date!", "PatternStartDate=2025-03-03 00:00:00"},
+       }) {
+    const Result r = Invoke({"--locale", "en-US", "decode", line});
+    EXPECT_EQ(r.code, 1) << line;
+    EXPECT_NE(r.out.find(printed), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("PatternEndDate="), std::string::npos) << "every field is printed";
+    EXPECT_NE(r.err.find("could not be read: error "), std::string::npos) << r.err;
+    EXPECT_EQ(Lines(r.err), 1) << r.err;
+  }
   EXPECT_TRUE(log_.LogContains("CMailProps.ReadFromString(")) << log_.LogText();
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, DecodeFailureTest, ::testing::Values(
-    BadLineCase{"NoDateSection", "1;1;0;0;0;34;1;10;0", "RecurrenceType=0"},
-    BadLineCase{"TooFewNumbers", "1;1;0#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", "IsRecurring=1"},
-    BadLineCase{"NumberIsText", "1;1;x;0;0;34;1;10;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", "RecurrenceType=1"},
-    BadLineCase{"LastDateUnreadable", "1;2;31;0;0;0;1;0;1;#10;9:30:00 AM#8;3/3/2025#11;not a date!", 
-                "PatternStartDate=2025-03-03 00:00:00"},
-    BadLineCase{"Garbage", "garbage", "IsRecurring=0"}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-// --- describe ---------------------------------------------------------------
-
-TEST_F(ToolTest, DescribeNamesTheLastSendOnlyWhenAsked) {
-  // Ten sends on Mondays and Fridays from Monday 3 March: the tenth is 4 April.
-  const std::vector<std::string> args = {"describe", "--type", "1", "--mask", "34", "--start", "2025-03-03",
-                                         "--time", "09:30", "--occurrences", "10", "--schedule-time",
-                                         "2025-03-03 09:30"};
-  Result plain = Invoke(args);
-  Result last = Invoke(Concat(args, {"--last"}));
-  EXPECT_EQ(plain.code, 0) << plain.err;
-  EXPECT_EQ(plain.out, "Occurs every 1 week(s) on monday And friday effective 3/3/2025 9:30:00 AM\n");
-  EXPECT_EQ(last.out, "Occurs every 1 week(s) on monday And friday effective 3/3/2025 9:30:00 AM"
-                      " until 4/4/2025 9:30:00 AM\n");
-  Result once = Invoke(Concat(args, {"--one-time"}));
-  EXPECT_EQ(once.out, "none\n");
+TEST_F(ToolTest, UsageErrorsExitWith2AndOneMessageAndChangeNothing) {
+  const Args pattern = {"--type", "0", "--start", "2025-03-03", "--time", "09:30"};
+  const auto with = [&](Args args, const Args& more = {"--count", "1"}) {
+    args.insert(args.end(), pattern.begin(), pattern.end());
+    args.insert(args.end(), more.begin(), more.end());
+    return args;
+  };
+  const std::string key = "Software\\QorvaneToolTest";
+  const std::pair<Args, const char*> cases[] = {
+      {{}, "command"},
+      {{"list"}, "list"},
+      {{"--locale", "xx-YY", "decode", "1"}, "xx-YY"},
+      {{"decode", "1", "--locale"}, "--locale"},
+      {{"--locale", "en-US", "--locale", "de-DE", "decode", "1"}, "--locale"},
+      {{"occurrences", "--start", "2025-02-30", "--type", "0", "--time", "09:30", "--count", "1"}, "--start"},
+      {{"occurrences", "--type", "0", "--start", "2025-03-03", "--time", "24:00", "--count", "1"}, "--time"},
+      {with({"occurrences"}, {}), "--count"},
+      {with({"occurrences"}, {"--count", "100001"}), "--count"},
+      {with({"occurrences", "--mask", "128"}), "--mask"},
+      {with({"occurrences", "--attach", "x"}), "--attach"},  // an option of another command
+      {with({"encode", "--occurrences", "3", "--no-end"}, {}), "exclude"},
+      {with({"describe"}, {}), "--schedule-time"},
+      {{"decode"}, "LINE"},
+      {{"registry"}, "action"},
+      {{"registry", "fetch", key}, "fetch"},
+      {{"registry", "set", "HKEY_LOCAL_MACHINE\\" + key, "x", "y"}, "HKEY_LOCAL_MACHINE"},
+      {{"registry", "set", "HKCU", "x", "y"}, "KEY"},
+      {{"registry", "set", key, "x"}, "usage"},
+      {{"registry", "set", key, "x", std::string(256, 'v')}, "256"},
+      {{"registry", "set-dword", key, "x", "4294967296"}, "NUMBER"},
+      {{"registry", "set", key, "", "y"}, "NAME"},
+      {{"ignore-list", "hidden", "maybe"}, "maybe"},
+  };
+  for (const auto& [args, mentions] : cases) {
+    const Result r = Invoke(args);
+    EXPECT_EQ(r.code, 2) << mentions;
+    EXPECT_EQ(r.out, "") << mentions;
+    EXPECT_EQ(Lines(r.err), 1) << r.err;
+    EXPECT_NE(r.err.find(mentions), std::string::npos) << r.err;
+  }
+  CWinReg probe;
+  EXPECT_FALSE(probe.InitForRead(CWinReg::HKEY_CURRENT_USER, key));
+  EXPECT_EQ(Invoke({"ignore-list"}).out, "ignore=thumbs.db\nhidden=yes\n");
 }
-
-TEST_F(ToolTest, DescribeFollowsTheLocale) {
-  // Two-digit day and month: German short dates differ only in leading zeros
-  // between systems.
-  Result r = Invoke({"--locale", "de-DE", "describe", "--type", "0", "--interval", "2", "--start", "2025-11-24",
-                     "--time", "21:30", "--schedule-time", "2025-11-24 21:30"});
-  EXPECT_EQ(r.out, "Occurs every 2 day(s) effective 24.11.2025 21:30:00\n");
-}
-
-// --- usage errors: one line on stderr, exit 2, nothing on stdout -------------
-
-struct UsageCase {
-  const char* name;
-  std::vector<std::string> args;
-  const char* mentions;
-};
-void PrintTo(const UsageCase& c, std::ostream* os) { *os << c.name; }
-
-
-class UsageErrorTest : public ToolTest, public ::testing::WithParamInterface<UsageCase> {};
-
-TEST_P(UsageErrorTest, ExitsWith2AndOneMessage) {
-  const UsageCase& c = GetParam();
-  Result r = Invoke(c.args);
-  EXPECT_EQ(r.code, 2);
-  EXPECT_EQ(r.out, "");
-  EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
-  EXPECT_NE(r.err.find(c.mentions), std::string::npos) << r.err;
-}
-
-const std::vector<std::string> kPattern = {"--type", "0", "--start", "2025-03-03", "--time", "09:30"};
-
-INSTANTIATE_TEST_SUITE_P(Table, UsageErrorTest, ::testing::Values(
-    UsageCase{"NoCommand", {}, "command"},
-    UsageCase{"UnknownCommand", {"list"}, "list"},
-    UsageCase{"UnknownLocale", {"--locale", "xx-YY", "decode", "1"}, "xx-YY"},
-    UsageCase{"LocaleWithoutName", {"decode", "1", "--locale"}, "--locale"},
-    UsageCase{"LocaleTwice", {"--locale", "en-US", "--locale", "de-DE", "decode", "1"}, "--locale"},
-    UsageCase{"TypeMissing", {"occurrences", "--start", "2025-03-03", "--time", "09:30", "--count", "1"}, "--type"},
-    UsageCase{"TypeNotANumber", {"occurrences", "--type", "weekly", "--start", "2025-03-03", "--time", "09:30",
-                                 "--count", "1"}, "--type"},
-    UsageCase{"StartMissing", {"occurrences", "--type", "0", "--time", "09:30", "--count", "1"}, "--start"},
-    UsageCase{"TimeMissing", {"encode", "--type", "0", "--start", "2025-03-03"}, "--time"},
-    UsageCase{"StartNotADay", Concat({"occurrences", "--start", "2025-02-30", "--type", "0", "--time", "09:30"},
-                                     {"--count", "1"}), "--start"},
-    UsageCase{"TimeOutOfDay", {"occurrences", "--type", "0", "--start", "2025-03-03", "--time", "24:00",
-                               "--count", "1"}, "--time"},
-    UsageCase{"NoLimit", Concat({"occurrences"}, kPattern), "--count"},
-    UsageCase{"TwoLimits", Concat(Concat({"occurrences"}, kPattern), {"--count", "1", "--until", "2025-04-01"}),
-              "--until"},
-    UsageCase{"CountZero", Concat(Concat({"occurrences"}, kPattern), {"--count", "0"}), "--count"},
-    UsageCase{"CountHuge", Concat(Concat({"occurrences"}, kPattern), {"--count", "100001"}), "--count"},
-    UsageCase{"CountValueIsOption", Concat(Concat({"occurrences"}, kPattern), {"--count", "--until", "2025-04-01"}),
-              "--count"},
-    UsageCase{"UntilMalformed", Concat(Concat({"occurrences"}, kPattern), {"--until", "tomorrow"}), "--until"},
-    UsageCase{"MaskTooLarge", Concat(Concat({"occurrences", "--mask", "128"}, kPattern), {"--count", "1"}), "--mask"},
-    UsageCase{"IntervalTooLarge", Concat(Concat({"occurrences", "--interval", "1000"}, kPattern), {"--count", "1"}),
-              "--interval"},
-    UsageCase{"InstanceSix", Concat(Concat({"occurrences", "--instance", "6"}, kPattern), {"--count", "1"}),
-              "--instance"},
-    UsageCase{"MonthThirteen", Concat(Concat({"occurrences", "--month", "13"}, kPattern), {"--count", "1"}),
-              "--month"},
-    UsageCase{"DayOfMonth32", Concat(Concat({"occurrences", "--day-of-month", "32"}, kPattern), {"--count", "1"}),
-              "--day-of-month"},
-    UsageCase{"FirstDowEight", Concat(Concat({"occurrences", "--first-dow", "8"}, kPattern), {"--count", "1"}),
-              "--first-dow"},
-    UsageCase{"OptionOfAnotherCommand", Concat(Concat({"occurrences", "--attach", "x"}, kPattern), {"--count", "1"}),
-              "--attach"},
-    UsageCase{"EndTwice", Concat({"encode", "--occurrences", "3", "--no-end"}, kPattern), "exclude"},
-    UsageCase{"OccurrencesZero", Concat({"encode", "--occurrences", "0"}, kPattern), "--occurrences"},
-    UsageCase{"EndDateMalformed", Concat({"encode", "--end-date", "2025-12"}, kPattern), "--end-date"},
-    UsageCase{"ScheduleTimeMissing", Concat({"describe"}, kPattern), "--schedule-time"},
-    UsageCase{"ScheduleTimeWithoutTime", Concat({"describe", "--schedule-time", "2025-03-03"}, kPattern),
-              "--schedule-time"},
-    UsageCase{"DecodeWithoutLine", {"decode"}, "LINE"},
-    UsageCase{"DecodeTwoLines", {"decode", "a", "b"}, "'b'"}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(ToolTest, HelpWinsOverMistakesAndGoesToStdout) {
-  for (std::vector<std::string> args : std::vector<std::vector<std::string>>{
-           {"--help"}, {"help"}, {"occurrences", "--help"}, {"describe", "--bogus", "--help"},
-           {"encode", "--help"}, {"decode", "--help"}, {"--locale", "de-DE", "decode", "--help"}}) {
-    Result r = Invoke(args);
-    EXPECT_EQ(r.code, 0) << args.back();
+  for (const Args& args : {Args{"--help"}, Args{"describe", "--bogus", "--help"}, Args{"registry", "--help"},
+                           Args{"--locale", "de-DE", "decode", "--help"}}) {
+    const Result r = Invoke(args);
+    EXPECT_EQ(r.code, 0) << args.front();
     EXPECT_EQ(r.out.rfind("Usage: qorvane", 0), 0u) << r.out;
     EXPECT_EQ(r.err, "");
+  }
+}
+
+// Steps of one session: each command with its exit code and exact output.
+struct Step {
+  Args args;
+  int code;
+  std::string out;
+};
+
+TEST_F(ToolTest, RegistryValuesCanBeSetReadListedAndDeleted) {
+  const std::string key = "Software\\QorvaneToolTest\\Sub";
+  const Step steps[] = {
+      {{"registry", "get", key, "NextOccurence"}, 1, ""},
+      {{"registry", "set", key, "NextOccurence", "3/3/2025 9:30:00 AM"}, 0, ""},
+      {{"registry", "set-dword", key, "FirstDOW", "-1"}, 0, ""},
+      {{"registry", "get", "HKCU\\" + key, "nextoccurence"}, 0, "3/3/2025 9:30:00 AM\n"},
+      {{"registry", "get", key, "FirstDOW"}, 0, "-1\n"},
+      {{"registry", "set", key + "\\Deeper", "x", ""}, 0, ""},
+      {{"registry", "list", key}, 0, "FirstDOW=-1\nNextOccurence=3/3/2025 9:30:00 AM\nDeeper\\\n"},
+      {{"registry", "delete", key, "FirstDOW"}, 0, ""},
+      {{"registry", "delete", key, "FirstDOW"}, 1, ""},
+      {{"registry", "delete-key", "HKEY_CURRENT_USER\\" + key}, 0, ""},
+      {{"registry", "list", key}, 1, ""},
+  };
+  for (const auto& step : steps) {
+    const Result r = Invoke(step.args);
+    EXPECT_EQ(r.code, step.code) << step.args[1] << " " << r.err;
+    EXPECT_EQ(r.out, step.out) << step.args[1];
+  }
+}
+
+TEST_F(ToolTest, IgnoreListCommandsKeepTheSettings) {
+  const std::string three = "ignore=thumbs.db, desktop.ini, notes.txt\n";
+  const Step steps[] = {
+      {{"ignore-list"}, 0, "ignore=thumbs.db\nhidden=yes\n"},
+      {{"ignore-list", "set", "Thumbs.DB,  desktop.ini,thumbs.db"}, 0, "ignore=thumbs.db, desktop.ini\nhidden=yes\n"},
+      {{"ignore-list", "add", " Notes.TXT "}, 0, three + "hidden=yes\n"},
+      {{"ignore-list", "add", "notes.txt"}, 0, three + "hidden=yes\n"},
+      {{"ignore-list", "hidden", "no"}, 0, three + "hidden=no\n"},
+      {{"ignore-list", "add"}, 2, ""},
+      {{"ignore-list", "drop", "x"}, 2, ""},
+      {{"ignore-list", "show"}, 0, three + "hidden=no\n"},
+  };
+  for (const auto& step : steps) {
+    const Result r = Invoke(step.args);
+    EXPECT_EQ(r.code, step.code) << r.err;
+    EXPECT_EQ(r.out, step.out);
+  }
+  using namespace qorvane::settings;
+  EXPECT_EQ(GetSetting(kAppName, kSettingsSection, kIgnoreList), "thumbs.db, desktop.ini, notes.txt");
+  EXPECT_EQ(GetSetting(kAppName, kSettingsSection, kIgnoreSysHiden), "0");
+}
+
+TEST_F(ToolTest, WeeklyListingsCountWeeksFromTheClientOption) {
+  // Every other week on Saturday and Sunday from Saturday 1 March 2025: with
+  // Sunday first the start Saturday ends its week; with Monday first the
+  // next day is still in it.
+  const std::string fromSunday = "2025-03-01 10:00\n2025-03-09 10:00\n2025-03-15 10:00\n2025-03-23 10:00\n";
+  const std::string fromMonday = "2025-03-01 10:00\n2025-03-02 10:00\n2025-03-15 10:00\n2025-03-16 10:00\n";
+  const struct {
+    bool clientSaysMonday;
+    Args more;
+    const std::string& expected;
+  } cases[] = {
+      {false, {"--locale", "en-US"}, fromSunday},
+      {false, {"--locale", "de-DE"}, fromMonday},  // no client option: the locale's first day
+      {false, {"--locale", "de-DE", "--first-dow", "0"}, fromMonday},
+      {false, {"--locale", "en-US", "--first-dow", "2"}, fromMonday},
+      {true, {"--locale", "en-US"}, fromMonday},
+      {true, {"--locale", "en-US", "--outlook-version", "77.0.1234"}, fromSunday},  // another version's: none
+      {true, {"--locale", "de-DE", "--first-dow", "1"}, fromSunday},  // --first-dow wins
+  };
+  for (const auto& c : cases) {
+    if (c.clientSaysMonday) {
+      ASSERT_EQ(Invoke({"registry", "set-dword", settings::CalendarOptionsKey("16.0"), "FirstDOW", "1"}).code, 0);
+    }
+    Args args = {"occurrences", "--type", "1", "--interval", "2", "--mask", "65", "--start", "2025-03-01",
+                 "--time", "10:00", "--count", "4"};
+    args.insert(args.end(), c.more.begin(), c.more.end());
+    EXPECT_EQ(Invoke(args).out, c.expected) << c.clientSaysMonday << " " << c.more.back();
   }
 }
 
