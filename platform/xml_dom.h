@@ -5,7 +5,8 @@
 //
 // Windows uses the system's MSXML DOM through COM, as the mail client's own
 // view code would see it; POSIX uses pugixml. The two are held to the same
-// behaviour by one test suite (tests/store/xml_test.cpp).
+// behaviour by the view-editing tests (tests/store/folder_test.cpp), which
+// run natively against pugixml and under wine against MSXML.
 //
 // Lifecycle: a Document owns its nodes. Element handles stay valid while
 // their Document lives and until the next LoadXml; an element taken out with
