@@ -1,6 +1,6 @@
 // Conformance: the calendar's own expansion of recurring appointments, set
-// up the way the add-in's self-check does it (a throw-away appointment,
-// restricted by subject, sorted on [Start] with IncludeRecurrences).
+// up the way the add-in's self-check does it (an appointment restricted by
+// subject, sorted on [Start] with IncludeRecurrences).
 #include <cstdio>
 
 #include "base/ole_date.h"
@@ -24,13 +24,8 @@ std::string Text(double date) {
 }
 
 struct RecurrenceCase {
-  const char* name;
-  long type;
-  long mask;
-  long dayOfMonth;
-  long monthOfYear;
-  long instance;
-  long interval;
+  const char* name;  // also the appointment's subject
+  long type, mask, dayOfMonth, monthOfYear, instance, interval;
   double start;
   long occurrences;  // 0: the series ends on endDate instead
   double endDate;
@@ -42,10 +37,6 @@ const RecurrenceCase kCases[] = {
      {"2025-03-03 09:30", "2025-03-05 09:30", "2025-03-07 09:30"}},
     {"daily every weekday from a Friday", 0, 62, 0, 0, 0, 1, At(2025, 3, 7, 10, 0), 3, 0,
      {"2025-03-07 10:00", "2025-03-10 10:00", "2025-03-11 10:00"}},
-    {"daily until a date", 0, 0, 0, 0, 0, 1, At(2025, 3, 3, 8, 0), 0, At(2025, 3, 6),
-     {"2025-03-03 08:00", "2025-03-04 08:00", "2025-03-05 08:00", "2025-03-06 08:00"}},
-    {"weekly Monday and Wednesday", 1, 2 | 8, 0, 0, 0, 1, At(2025, 3, 5, 8, 0), 4, 0,
-     {"2025-03-05 08:00", "2025-03-10 08:00", "2025-03-12 08:00", "2025-03-17 08:00"}},
     {"every second week Sunday and Tuesday", 1, 1 | 4, 0, 0, 0, 2, At(2025, 3, 3, 12, 0), 3, 0,
      {"2025-03-04 12:00", "2025-03-16 12:00", "2025-03-18 12:00"}},
     {"weekly Friday until a Friday", 1, 32, 0, 0, 0, 1, At(2025, 3, 3, 17, 0), 0, At(2025, 3, 21),
@@ -56,12 +47,8 @@ const RecurrenceCase kCases[] = {
      {"2025-05-05 09:00", "2025-07-05 09:00"}},
     {"monthly on the last Friday", 3, 32, 0, 0, 5, 1, At(2025, 3, 1, 16, 0), 3, 0,
      {"2025-03-28 16:00", "2025-04-25 16:00", "2025-05-30 16:00"}},
-    {"monthly on the second Tuesday", 3, 4, 0, 0, 2, 1, At(2025, 3, 1, 7, 15), 3, 0,
-     {"2025-03-11 07:15", "2025-04-08 07:15", "2025-05-13 07:15"}},
     {"yearly on 29 February", 5, 0, 29, 2, 0, 1, At(2025, 2, 1, 9, 0), 4, 0,
      {"2025-02-28 09:00", "2026-02-28 09:00", "2027-02-28 09:00", "2028-02-29 09:00"}},
-    {"yearly on a day already past this year", 5, 0, 15, 1, 0, 1, At(2025, 3, 1, 9, 0), 2, 0,
-     {"2026-01-15 09:00", "2027-01-15 09:00"}},
     {"yearly on the first Monday of September", 6, 2, 0, 9, 1, 1, At(2025, 1, 1, 9, 0), 3, 0,
      {"2025-09-01 09:00", "2026-09-07 09:00", "2027-09-06 09:00"}},
 };
@@ -69,11 +56,9 @@ const RecurrenceCase kCases[] = {
 template <class F>
 class CalendarTest : public ClientTest<F> {
  protected:
-  static constexpr const char* kSubject = "QorvaneTestAppointment";
-
-  Ref<client::AppointmentItem> Create(const RecurrenceCase& c) {
+  void Create(const RecurrenceCase& c) {
     const auto appointment = this->app->CreateItem(client::olAppointmentItem)->AsAppointmentItem();
-    appointment->Subject(kSubject);
+    appointment->Subject(c.name);
     appointment->Start(c.start);
     appointment->End(c.start + 30.0 / 1440);
     appointment->ReminderSet(false);
@@ -88,87 +73,35 @@ class CalendarTest : public ClientTest<F> {
       case 5: pattern->DayOfMonth(c.dayOfMonth), pattern->MonthOfYear(c.monthOfYear); break;
       case 6: pattern->Instance(c.instance), pattern->DayOfWeekMask(c.mask), pattern->MonthOfYear(c.monthOfYear); break;
     }
-    if (c.occurrences > 0) {
-      pattern->Occurrences(c.occurrences);
-    } else {
-      pattern->PatternEndDate(c.endDate);
-    }
+    c.occurrences > 0 ? pattern->Occurrences(c.occurrences) : pattern->PatternEndDate(c.endDate);
     appointment->Save();
-    return appointment;
   }
-
-  Ref<client::Items> TestAppointments() {
-    return this->Folder(client::olFolderCalendar)->Items()->Restrict(std::string("[Subject] = \"") + kSubject + "\"");
-  }
-
-  std::vector<std::string> Starts(const Ref<client::Items>& items) {
+  // The start of every item, in the order of [Start], occurrences included.
+  static std::vector<std::string> Starts(const Ref<client::Items>& items) {
+    items->Sort("[Start]", false);
+    items->IncludeRecurrences(true);
     std::vector<std::string> starts;
     for (long i = 1, count = items->Count(); i <= count; ++i)
       starts.push_back(Text(items->Item(i)->AsAppointmentItem()->Start()));
     return starts;
   }
-
-  void DeleteTestAppointments() {
-    const auto found = TestAppointments();
-    for (long i = found->Count(); i >= 1; --i) found->Item(i)->Delete();
-  }
 };
 TYPED_TEST_SUITE(CalendarTest, ClientFixtures);
 
 TYPED_TEST(CalendarTest, RecurringAppointmentExpandsIntoItsOccurrences) {
+  const auto calendar = this->Folder(client::olFolderCalendar)->Items();
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.name);
-    this->DeleteTestAppointments();
     this->Create(c);
-    const auto items = this->TestAppointments();
-    items->Sort("[Start]", false);
-    items->IncludeRecurrences(true);
-    EXPECT_EQ(this->Starts(items), c.expected);
-  }
-}
-
-TYPED_TEST(CalendarTest, PatternReadsBackTheLimitItWasNotGiven) {
-  for (const auto& c : kCases) {
-    SCOPED_TRACE(c.name);
-    this->DeleteTestAppointments();
-    const auto pattern = this->Create(c)->GetRecurrencePattern();
+    const auto items = calendar->Restrict(std::string("[Subject] = \"") + c.name + "\"");
+    ASSERT_EQ(items->Count(), 1) << "without IncludeRecurrences a series is one item";
+    const auto pattern = items->Item(1)->AsAppointmentItem()->GetRecurrencePattern();
     EXPECT_EQ(pattern->RecurrenceType(), c.type);
     EXPECT_EQ(pattern->PatternStartDate(), qorvane::DatePart(c.start));
-    EXPECT_EQ(pattern->Occurrences(), static_cast<long>(c.expected.size()));
-    EXPECT_EQ(Text(pattern->PatternEndDate()).substr(0, 10), c.expected.back().substr(0, 10));
+    EXPECT_EQ(pattern->Occurrences(), static_cast<long>(c.expected.size())) << "also when given an end date";
+    EXPECT_EQ(Text(pattern->PatternEndDate()).substr(0, 10), c.expected.back().substr(0, 10)) << "also when counted";
+    EXPECT_EQ(this->Starts(items), c.expected);
   }
-}
-
-TYPED_TEST(CalendarTest, WithoutRecurrencesTheSeriesIsOneItem) {
-  this->Create(kCases[0]);
-  const auto items = this->TestAppointments();
-  items->Sort("[Start]", false);
-  EXPECT_EQ(items->Count(), 1);
-  EXPECT_EQ(this->Starts(items), std::vector<std::string>{"2025-03-03 09:30"});
-}
-
-TYPED_TEST(CalendarTest, SingleAppointmentsSortAmongOccurrences) {
-  this->Create(kCases[0]);  // 3, 5 and 7 March
-  for (const double start : {At(2025, 3, 4, 12, 0), At(2025, 3, 1, 12, 0)}) {
-    const auto single = this->app->CreateItem(client::olAppointmentItem)->AsAppointmentItem();
-    single->Subject("single");
-    single->Start(start);
-    single->End(start + 1.0 / 24);
-    single->Save();
-  }
-  const auto items = this->Folder(client::olFolderCalendar)->Items();
-  items->Sort("[Start]", false);
-  items->IncludeRecurrences(true);
-  EXPECT_EQ(this->Starts(items), (std::vector<std::string>{"2025-03-01 12:00", "2025-03-03 09:30", "2025-03-04 12:00",
-                                                           "2025-03-05 09:30", "2025-03-07 09:30"}));
-}
-
-TYPED_TEST(CalendarTest, MovingTheStartKeepsTheLength) {
-  const auto appointment = this->app->CreateItem(client::olAppointmentItem)->AsAppointmentItem();
-  appointment->Start(At(2025, 3, 3, 9, 0));
-  appointment->End(At(2025, 3, 3, 10, 30));
-  appointment->Start(At(2025, 3, 4, 14, 0));
-  EXPECT_EQ(Text(appointment->End()), "2025-03-04 15:30");
 }
 
 }  // namespace

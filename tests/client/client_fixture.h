@@ -74,8 +74,9 @@ class ClientTest : public ::testing::Test {
   Ref<client::MAPIFolder> Inbox() { return Folder(client::olFolderInbox); }
   Ref<client::MAPIFolder> Root() { return Inbox()->Parent(); }
 
-  // The subjects of a collection, in its order.
-  static std::vector<std::string> Subjects(const Ref<client::Items>& items) {
+  // The subjects of a collection (Items, Selection), in its order.
+  template <class Collection>
+  static std::vector<std::string> Subjects(const Ref<Collection>& items) {
     std::vector<std::string> subjects;
     for (long i = 1, count = items->Count(); i <= count; ++i) subjects.push_back(items->Item(i)->Subject());
     return subjects;

@@ -1,27 +1,27 @@
-// The simulated client's own records, which no real client keeps: the send
-// log, recorded message boxes, the virtual clock, view apply counts and what
-// Install puts in place.
+// What only the simulated client does: its send log (the attachments in it
+// are left to the store tests); counting every interface call under
+// "<Interface>.<Member>"; failing the nth call of an operation once; and
+// staying fast on a big folder.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
+#include <chrono>
+#include <functional>
+#include <map>
+#include <tuple>
 
-#include "base/ole_date.h"
 #include "base/runtime_error.h"
-#include "platform/clock.h"
-#include "platform/message_box.h"
 #include "sim/sim_client.h"
+#include "tests/client/client_fixture.h"
 
 namespace sim {
 namespace {
 
-namespace fs = std::filesystem;
-
-class SimRecordsTest : public ::testing::Test {
+class SimClientTest : public ::testing::Test {
  protected:
-  SimRecordsTest() { sim.Install(); }
-  ~SimRecordsTest() override { sim.Uninstall(); }
+  SimClientTest() { sim.Install(); }
+  ~SimClientTest() override { sim.Uninstall(); }
 
+  Ref<client::MAPIFolder> Folder(long folderType) { return sim.DefaultFolder(folderType); }
   void Send(const Ref<client::MailItem>& mail) {
     auto safe = client::CurrentSafeMailFactory().CreateSafeMailItem();
     safe->Item(mail);
@@ -31,11 +31,8 @@ class SimRecordsTest : public ::testing::Test {
   SimClient sim;
 };
 
-TEST_F(SimRecordsTest, SendLogRecordsWhatWentOutAndWhen) {
-  const fs::path file = fs::temp_directory_path() / "qorvane-sim-log.txt";
-  std::ofstream(file) << "x";
-  const auto mail = sim.AddMail(sim.DefaultFolder(client::olFolderOutbox), "Report", "a@example.com; b@example.com");
-  mail->Attachments()->Add(file.string(), "Report.txt");
+TEST_F(SimClientTest, SendLogRecordsWhatWentOutAndWhen) {
+  const auto mail = sim.AddMail(Folder(client::olFolderOutbox), "Report", "a@example.com; b@example.com");
   const auto properties = mail->UserProperties();
   properties->Add("Note", client::olText)->Value("kept");
   properties->Add("Count", client::olNumber)->Value(2.5);
@@ -43,111 +40,98 @@ TEST_F(SimRecordsTest, SendLogRecordsWhatWentOutAndWhen) {
   properties->Add("Flag", client::olYesNo)->Value(true);
   sim.SetNow(45720.5);
   Send(mail);
-  fs::remove(file);
-
   ASSERT_EQ(sim.SendLog().size(), 1u);
   const SentMail& sent = sim.SendLog()[0];
   EXPECT_EQ(sent.time, 45720.5);
-  EXPECT_EQ(sent.subject, "Report");
-  EXPECT_EQ(sent.to, "a@example.com; b@example.com");
-  EXPECT_EQ(sent.attachmentNames, std::vector<std::string>{"Report.txt"});
-  EXPECT_EQ(sent.attachmentSources, std::vector<std::string>{file.string()});
+  EXPECT_EQ(sent.subject + " to " + sent.to, "Report to a@example.com; b@example.com");
   const std::map<std::string, std::string> expected = {
       {"Note", "kept"}, {"Count", "2.5"}, {"When", "3/3/2025 9:30:00 AM"}, {"Flag", "True"}};
   EXPECT_EQ(sent.userProperties, expected);
 }
 
-TEST_F(SimRecordsTest, SendFromUserRaisesItemSendWhichMayCancel) {
-  struct Sink : client::ApplicationEvents {
-    void ItemSend(const Ref<client::Item>& item, bool& cancel) override {
-      subjects.push_back(item->Subject());
-      cancel = cancelNext;
+TEST_F(SimClientTest, EveryCallCountsUnderItsOperationButHelpersDoNot) {
+  const auto mail = sim.AddMail(Folder(client::olFolderInbox), "counted");
+  sim.OpenInspector(mail);
+  sim.AddOtherItem(Folder(client::olFolderInbox), 53, "Meeting request");
+  EXPECT_EQ(sim.TotalCalls(), 0) << "the test's own helpers do not count";
+  const std::pair<const char*, std::function<void()>> cases[] = {
+      {"MailItem.Subject", [&] { mail->Subject("set"); }},
+      {"NameSpace.GetDefaultFolder", [&] { sim.Application()->Session()->GetDefaultFolder(6); }},
+      {"Items.Restrict", [&] { Folder(client::olFolderInbox)->Items()->Restrict("[Subject] = 'x'"); }}};
+  for (const auto& [operation, call] : cases) {
+    const std::int64_t before = sim.CallCount(operation);
+    const std::int64_t total = sim.TotalCalls();
+    call();
+    EXPECT_EQ(sim.CallCount(operation), before + 1) << operation;
+    EXPECT_GE(sim.TotalCalls(), total + 1) << operation;
+  }
+  mail->Subject();
+  EXPECT_EQ(sim.CallCounts().at("MailItem.Subject"), 2) << "getter and setter count together";
+  sim.ResetCounts();
+  EXPECT_EQ(sim.TotalCalls(), 0);
+  EXPECT_TRUE(sim.CallCounts().empty());
+}
+
+TEST_F(SimClientTest, ArmedFaultFailsTheNthCallOnce) {
+  const auto mail = sim.AddMail(Folder(client::olFolderOutbox), "faulty", "a@example.com");
+  sim.FailCall("MailItem.Subject", 1);
+  sim.FailCall("MailItem.Subject", 0);
+  EXPECT_NO_THROW(mail->Subject()) << "n = 0 disarms";
+  sim.FailCall("MailItem.To", 1);
+  sim.ClearFaults();
+  EXPECT_NO_THROW(mail->To()) << "so does ClearFaults";
+  sim.FailCall("MailItem.To", 1);
+  EXPECT_EQ(client_conformance::ErrorOf([&] { mail->To(); }), -2147467259) << "by default E_FAIL";
+
+  const std::map<std::string, std::function<void()>> calls = {
+      {"MailItem.Subject", [&] { mail->Subject(); }},
+      {"UserProperties.Find", [&] { mail->UserProperties()->Find("x"); }},
+      {"SafeMailItem.Send", [&] { Send(mail); }}};
+  // The operation, which call fails, and the error.
+  const std::tuple<const char*, std::int64_t, std::int32_t> cases[] = {
+      {"MailItem.Subject", 3, 440}, {"UserProperties.Find", 1, -2147221233}, {"SafeMailItem.Send", 1, -2147352567}};
+  for (const auto& [operation, n, error] : cases) {
+    SCOPED_TRACE(operation);
+    const auto& call = calls.at(operation);
+    sim.FailCall(operation, n, error, "injected");
+    for (std::int64_t i = 1; i < n; ++i) EXPECT_NO_THROW(call()) << "call " << i;
+    const std::int64_t counted = sim.CallCount(operation);
+    try {
+      call();
+      ADD_FAILURE() << "the armed call did not fail";
+    } catch (const qorvane::RuntimeError& raised) {
+      EXPECT_EQ(raised.Number(), error);
+      EXPECT_EQ(raised.Description(), "injected");
     }
-    std::vector<std::string> subjects;
-    bool cancelNext = true;
-  } sink;
-  const auto subscription = sim.Application()->Advise(&sink);
-  const auto drafts = sim.DefaultFolder(client::olFolderDrafts);
-  EXPECT_FALSE(sim.SendFromUser(sim.AddMail(drafts, "held")));
-  sink.cancelNext = false;
-  EXPECT_TRUE(sim.SendFromUser(sim.AddMail(drafts, "sent")));
-  EXPECT_EQ(sink.subjects, (std::vector<std::string>{"held", "sent"}));
-  ASSERT_EQ(sim.SendLog().size(), 1u);
-  EXPECT_EQ(sim.SendLog()[0].subject, "sent");
-  EXPECT_EQ(drafts->Items()->Count(), 1);
-}
-
-TEST_F(SimRecordsTest, MessageBoxesAreRecordedAndAnswered) {
-  struct Case {
-    long buttons;
-    long answer;  // 0: the first button
-    long expected;
-  };
-  const Case cases[] = {{qorvane::vbOKOnly, 0, qorvane::vbOK},
-                        {qorvane::vbYesNo | qorvane::vbQuestion, 0, qorvane::vbYes},
-                        {qorvane::vbOKCancel, 0, qorvane::vbOK},
-                        {qorvane::vbYesNo, qorvane::vbNo, qorvane::vbNo}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.buttons);
-    sim.SetMessageBoxAnswer(c.answer);
-    EXPECT_EQ(qorvane::MsgBox("Question?", c.buttons, "Title"), c.expected);
-  }
-  ASSERT_EQ(sim.MessageBoxes().size(), std::size(cases));
-  EXPECT_EQ(sim.MessageBoxes()[1].prompt, "Question?");
-  EXPECT_EQ(sim.MessageBoxes()[1].buttons, qorvane::vbYesNo | qorvane::vbQuestion);
-  EXPECT_EQ(sim.MessageBoxes()[1].title, "Title");
-}
-
-TEST_F(SimRecordsTest, ClockMovesOnlyWhenTold) {
-  EXPECT_EQ(qorvane::Now(), 45719.375) << "2025-03-03 09:00 by default";
-  sim.Advance(1.0 / 24);
-  EXPECT_DOUBLE_EQ(qorvane::Now(), 45719.375 + 1.0 / 24);
-  EXPECT_FLOAT_EQ(qorvane::CurrentClock().SecondsSinceMidnight(), 10 * 3600.0f);
-  sim.SetNow(45720.0 + 0.4 / 86400);
-  EXPECT_EQ(sim.Now(), 45720.0) << "whole seconds";
-}
-
-TEST_F(SimRecordsTest, InstallConnectsAndUninstallLetsGo) {
-  EXPECT_EQ(client::CurrentApplication(), sim.Application());
-  EXPECT_EQ(&qorvane::CurrentClock(), &sim.Clock());
-  sim.Uninstall();
-  EXPECT_THROW(client::CurrentApplication(), qorvane::RuntimeError);
-  EXPECT_EQ(&qorvane::CurrentClock(), &qorvane::SystemClock());
-  EXPECT_THROW(client::CurrentSafeMailFactory().CreateSafeMailItem(), qorvane::RuntimeError);
-  sim.Install();
-}
-
-TEST(SimOptionsTest, ApplicationReportsTheConfiguredVersion) {
-  for (const char* version : {"9.0.0.2711", "11.0.8217", "16.0.17928.20114"}) {
-    SimOptions options;
-    options.version = version;
-    SimClient sim(options);
-    EXPECT_EQ(sim.Application()->Version(), version);
+    EXPECT_EQ(sim.CallCount(operation), counted + 1) << "the failing call counts too";
+    EXPECT_TRUE(sim.SendLog().empty()) << "a failed send sends nothing";
+    EXPECT_NO_THROW(call()) << "a fault fires once";
   }
 }
 
-TEST_F(SimRecordsTest, OnlyTheMapiNamespaceExists) {
-  const auto app = sim.Application();
-  EXPECT_TRUE(app->GetNamespace("MAPI"));
-  EXPECT_TRUE(app->GetNamespace("mapi"));
-  EXPECT_THROW(app->GetNamespace("LDAP"), qorvane::RuntimeError);
-}
-
-TEST_F(SimRecordsTest, ViewsCountTheirAppliesAndSaves) {
-  const auto view = sim.Root()->Folders()->Add("Qorvane", client::olFolderDrafts)->Views()->Add("V", 0, 0);
-  view->Apply();
-  view->Apply();
-  view->Save();
-  EXPECT_EQ(sim.AppliedCount(view), 2);
-  EXPECT_EQ(sim.SavedCount(view), 1);
-}
-
-TEST_F(SimRecordsTest, OtherItemsKeepTheirClass) {
-  const auto item = sim.AddOtherItem(sim.DefaultFolder(client::olFolderInbox), 53, "Meeting request");
-  EXPECT_EQ(item->Class(), 53);
-  EXPECT_FALSE(item->AsMailItem());
-  EXPECT_FALSE(item->AsAppointmentItem());
-  EXPECT_NE(item->EntryID(), "");
+TEST_F(SimClientTest, BigFolderRestrictsInOneCallAndMovesItemsOutInOrderFast) {
+  const auto inbox = Folder(client::olFolderInbox);
+  const auto drafts = Folder(client::olFolderDrafts);
+  for (int i = 0; i < 10000; ++i) {
+    const auto mail = sim.AddMail(inbox, "m" + std::to_string(i));
+    if (i % 100 == 0) mail->UserProperties()->Add("MoveToQorvane", client::olText);
+  }
+  const auto items = inbox->Items();
+  sim.ResetCounts();
+  const auto started = std::chrono::steady_clock::now();
+  const auto marked = items->Restrict(
+      "@SQL=\"http://schemas.microsoft.com/mapi/string/{00020329-0000-0000-C000-000000000046}/MoveToQorvane\" IS NOT "
+      "NULL");
+  EXPECT_EQ(sim.TotalCalls(), 1);
+  EXPECT_EQ(marked->Count(), 100);
+  // Moving many from the front compacts the folder's list; walking from the
+  // end while moving, the index stays valid.
+  for (int i = 0; i < 6000; ++i) items->Item(1)->Move(drafts);
+  for (long i = items->Count(); i >= 1; i -= 2) items->Item(i)->Move(drafts);
+  EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(1)) << "linear, not quadratic";
+  ASSERT_EQ(items->Count(), 2000);
+  for (long i = 1; i <= 2000; ++i) ASSERT_EQ(items->Item(i)->Subject(), "m" + std::to_string(6000 + 2 * (i - 1))) << i;
+  EXPECT_EQ(drafts->Items()->Count(), 8000);
 }
 
 }  // namespace

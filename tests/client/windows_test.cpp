@@ -1,134 +1,126 @@
-// Conformance: explorers and inspectors, their collections, events and the
-// active window.
+// Conformance: explorers and inspectors with their events and the active
+// window; command bars, FindControl, added buttons and their Click events.
+#include <tuple>
+
 #include "tests/client/sim_fixture.h"
 
 namespace client_conformance {
 namespace {
 
+constexpr long kHelpMenu = 30010;
+
 template <class F>
 class WindowsTest : public ClientTest<F> {};
 TYPED_TEST_SUITE(WindowsTest, ClientFixtures);
 
-struct ExplorerLog : client::ExplorersEvents, client::ExplorerEvents {
-  void NewExplorer(const Ref<client::Explorer>& explorer) override {
-    events.push_back("new");
-    opened.push_back(explorer);
-  }
+struct WindowLog : client::ExplorersEvents, client::ExplorerEvents, client::InspectorsEvents,
+                   client::CommandBarButtonEvents {
+  void NewExplorer(const Ref<client::Explorer>& explorer) override { opened.push_back(explorer); }
   void Close() override { events.push_back("close"); }
+  void NewInspector(const Ref<client::Inspector>& inspector) override {
+    events.push_back("inspect " + inspector->CurrentItem()->Subject());
+  }
+  void Click(const Ref<client::CommandBarControl>& control, bool&) override { events.push_back(control->Tag()); }
   std::vector<std::string> events;
   std::vector<Ref<client::Explorer>> opened;
 };
 
-struct InspectorLog : client::InspectorsEvents {
-  void NewInspector(const Ref<client::Inspector>& inspector) override {
-    subjects.push_back(inspector->CurrentItem()->Subject());
-  }
-  std::vector<std::string> subjects;
-};
-
-TYPED_TEST(WindowsTest, OpeningAndClosingExplorersRaisesTheirEvents) {
-  ExplorerLog log;
+TYPED_TEST(WindowsTest, ExplorersRaiseTheirEventsAndShowTheUsersSelection) {
+  WindowLog log;
   const auto explorers = this->app->Explorers();
-  auto newSubscription = explorers->Advise(&log);
-  EXPECT_EQ(explorers->Count(), 0);
+  auto subscription = explorers->Advise(&log);
   EXPECT_EQ(this->app->ActiveExplorer(), nullptr);
-
   const auto first = this->fixture.OpenExplorer(this->Inbox());
   const auto second = this->fixture.OpenExplorer(this->Folder(client::olFolderCalendar));
-  EXPECT_EQ(log.events, (std::vector<std::string>{"new", "new"}));
-  ASSERT_EQ(log.opened.size(), 2u);
-  EXPECT_EQ(log.opened[0], first);
-  EXPECT_EQ(explorers->Count(), 2);
-  EXPECT_EQ(explorers->Item(1), first);
+  EXPECT_EQ(log.opened, (std::vector<Ref<client::Explorer>>{first, second}));
   EXPECT_EQ(this->app->ActiveExplorer(), second) << "the last opened is active";
   EXPECT_EQ(second->CurrentFolder()->Name(), "Calendar");
-
   auto closeSubscription = second->Advise(&log);
   this->fixture.CloseExplorer(second);
-  EXPECT_EQ(log.events.back(), "close");
+  EXPECT_EQ(log.events, std::vector<std::string>{"close"});
   EXPECT_EQ(explorers->Count(), 1);
   EXPECT_EQ(this->app->ActiveExplorer(), first);
-
-  auto firstClose = first->Advise(&log);
+  closeSubscription = first->Advise(&log);
   first->Close();
-  EXPECT_EQ(log.events, (std::vector<std::string>{"new", "new", "close", "close"}));
+  EXPECT_EQ(log.events.size(), 2u);
   EXPECT_EQ(this->app->ActiveExplorer(), nullptr);
 
-  newSubscription.reset();
-  this->fixture.OpenExplorer(this->Inbox());
-  EXPECT_EQ(log.events.size(), 4u) << "a released subscription hears nothing";
-}
-
-TYPED_TEST(WindowsTest, ExplorerShowsAFolderAndTheUsersSelection) {
-  const auto inbox = this->Inbox();
-  const auto a = this->fixture.AddMail(inbox, "a", "x@example.com");
-  const auto b = this->fixture.AddMail(inbox, "b", "x@example.com");
-  const auto explorer = this->fixture.OpenExplorer(inbox);
+  const auto explorer = this->fixture.OpenExplorer(this->Inbox());
+  const auto a = this->fixture.AddMail(this->Inbox(), "a", "x@example.com");
+  const auto b = this->fixture.AddMail(this->Inbox(), "b", "x@example.com");
   EXPECT_EQ(explorer->Selection()->Count(), 0);
   this->fixture.Select(explorer, {b, a});
-  const auto selection = explorer->Selection();
-  ASSERT_EQ(selection->Count(), 2);
-  EXPECT_EQ(selection->Item(1)->Subject(), "b");
-  EXPECT_EQ(selection->Item(2)->Subject(), "a");
-
-  const auto drafts = this->Folder(client::olFolderDrafts);
-  explorer->CurrentFolder(drafts);
-  EXPECT_EQ(explorer->CurrentFolder()->EntryID(), drafts->EntryID());
-  const auto rect = explorer->Rect();
-  EXPECT_GT(rect.Width, 0);
-  EXPECT_GT(rect.Height, 0);
+  EXPECT_EQ(this->Subjects(explorer->Selection()), (std::vector<std::string>{"b", "a"}));
 }
 
-TYPED_TEST(WindowsTest, OpeningAnInspectorRaisesNewInspectorWithItsItem) {
-  InspectorLog log;
+TYPED_TEST(WindowsTest, InspectorsRaiseNewInspectorAndTheLastOpenIsActive) {
+  WindowLog log;
   const auto inspectors = this->app->Inspectors();
   const auto subscription = inspectors->Advise(&log);
   const auto mail = this->fixture.AddMail(this->Inbox(), "shown", "x@example.com");
-  const auto other = this->fixture.AddMail(this->Inbox(), "also shown", "x@example.com");
   EXPECT_EQ(this->app->ActiveInspector(), nullptr);
-
   const auto first = this->fixture.OpenInspector(mail);
-  const auto second = this->fixture.OpenInspector(other);
-  EXPECT_EQ(log.subjects, (std::vector<std::string>{"shown", "also shown"}));
-  EXPECT_EQ(inspectors->Count(), 2);
+  const auto second = this->fixture.OpenInspector(this->fixture.AddMail(this->Inbox(), "also", "x@example.com"));
+  EXPECT_EQ(log.events, (std::vector<std::string>{"inspect shown", "inspect also"}));
   EXPECT_EQ(this->app->ActiveInspector(), second);
   EXPECT_EQ(first->CurrentItem()->EntryID(), mail->EntryID());
-  EXPECT_EQ(first->EditorType(), client::olEditorWord);
-  EXPECT_FALSE(first->IsWordMail());
-  EXPECT_GT(first->Rect().Width, 0);
-
   this->fixture.CloseInspector(second);
-  EXPECT_EQ(inspectors->Count(), 1);
   EXPECT_EQ(this->app->ActiveInspector(), first);
+  this->fixture.CloseInspector(first);
+
+  const auto composed = this->app->CreateItem(client::olMailItem)->AsMailItem();
+  composed->Subject("composed");
+  composed->Display();
+  EXPECT_EQ(log.events.back(), "inspect composed") << "Display opens one";
+  ASSERT_TRUE(this->app->ActiveInspector());
+  this->app->ActiveInspector()->Close(client::olDiscard);
+  EXPECT_EQ(composed->EntryID(), "") << "closed without saving";
+  EXPECT_EQ(inspectors->Count(), 0);
+  EXPECT_EQ(this->app->ActiveInspector(), nullptr);
 }
 
-TYPED_TEST(WindowsTest, ClosingAnInspectorSavesOnlyWhenAsked) {
-  struct Case {
-    long saveMode;
-    bool saved;
-  };
-  for (const auto& c : {Case{client::olSave, true}, Case{client::olDiscard, false}}) {
-    SCOPED_TRACE(c.saveMode);
-    const auto mail = this->app->CreateItem(client::olMailItem);
-    mail->Subject("composed");
-    const auto inspector = this->fixture.OpenInspector(mail);
-    inspector->Close(c.saveMode);
-    EXPECT_EQ(mail->EntryID().empty(), !c.saved);
-    EXPECT_EQ(this->app->Inspectors()->Count(), 0);
-    EXPECT_EQ(this->app->ActiveInspector(), nullptr);
+TYPED_TEST(WindowsTest, FindControlLooksInsidePopupsAndAddedButtonsHearClicks) {
+  const auto bars = this->fixture.OpenExplorer(this->Inbox())->CommandBars();
+  const auto menuBar = bars->Item("Menu Bar");
+  ASSERT_TRUE(menuBar);
+  for (const auto& help : {bars->FindControl(client::msoControlPopup, kHelpMenu, ""),
+                           bars->FindControl(0, kHelpMenu, ""), menuBar->FindControl(0, kHelpMenu, "")}) {
+    ASSERT_TRUE(help);
+    EXPECT_EQ(help->Type(), client::msoControlPopup);
+    EXPECT_EQ(help->Id(), kHelpMenu);
   }
-}
+  EXPECT_EQ(bars->FindControl(client::msoControlButton, kHelpMenu, ""), nullptr) << "the type must match";
+  const auto controls = menuBar->FindControl(client::msoControlPopup, kHelpMenu, "")->CommandBar()->Controls();
+  const long count = controls->Count();
+  const auto button = controls->Add(client::msoControlButton, 0, true);
+  button->Tag("QorvaneAbout");
+  controls->Add(client::msoControlButton, 1, true)->Tag("first");
+  EXPECT_EQ(controls->Item(1)->Tag() + " " + controls->Item(count + 2)->Tag(), "first QorvaneAbout");
+  // Type, tag, and whether the bars and the menu bar find it inside the Help menu.
+  const std::tuple<long, const char*, bool> cases[] = {{client::msoControlButton, "QorvaneAbout", true},
+                                                       {0, "QorvaneAbout", true},
+                                                       {client::msoControlPopup, "QorvaneAbout", false},
+                                                       {client::msoControlButton, "NoSuchTag", false}};
+  for (const auto& [type, tag, found] : cases) {
+    for (const auto& control : {bars->FindControl(type, 0, tag), menuBar->FindControl(type, 0, tag)}) {
+      EXPECT_EQ(control ? control->Tag() : "(none)", found ? tag : "(none)") << type;
+    }
+  }
+  const auto mail = this->fixture.AddMail(this->Inbox(), "m", "x@example.com");
+  EXPECT_EQ(this->fixture.OpenInspector(mail)->CommandBars()->FindControl(0, 0, "QorvaneAbout"), nullptr)
+      << "every window has its own bars";
 
-TYPED_TEST(WindowsTest, DisplayOpensAnInspectorAndCloseClosesIt) {
-  InspectorLog log;
-  const auto subscription = this->app->Inspectors()->Advise(&log);
-  const auto mail = this->app->CreateItem(client::olMailItem)->AsMailItem();
-  mail->Subject("displayed");
-  mail->Display();
-  EXPECT_EQ(log.subjects, std::vector<std::string>{"displayed"});
-  mail->Close(client::olSave);
-  EXPECT_EQ(this->app->Inspectors()->Count(), 0);
-  EXPECT_NE(mail->EntryID(), "");
+  WindowLog log;
+  auto subscription = button->Advise(&log);
+  this->fixture.Click(button);
+  button->Execute();
+  EXPECT_EQ(log.events, (std::vector<std::string>{"QorvaneAbout", "QorvaneAbout"}));
+  subscription.reset();
+  this->fixture.Click(button);
+  EXPECT_EQ(log.events.size(), 2u) << "a released subscription hears nothing";
+  button->Delete();
+  EXPECT_EQ(controls->Count(), count + 1);
+  EXPECT_EQ(bars->FindControl(0, 0, "QorvaneAbout"), nullptr);
 }
 
 }  // namespace
