@@ -14,18 +14,17 @@
 
 #ifdef _WIN32
 #include <windows.h>
+constexpr bool kPosix = false;
+constexpr std::int64_t kTicksPerSecond = 10'000'000;  // FILETIME: 100 ns
+#else
+constexpr bool kPosix = true;
+constexpr std::int64_t kTicksPerSecond = 1'000'000'000;  // st_mtim: 1 ns
 #endif
 
 namespace qorvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-#ifdef _WIN32
-constexpr std::int64_t kTicksPerSecond = 10'000'000;  // FILETIME: 100 ns
-#else
-constexpr std::int64_t kTicksPerSecond = 1'000'000'000;  // st_mtim: 1 ns
-#endif
 
 // Paths and names travel as UTF-8 through the service; the standard library
 // must be told so, or mingw reads them in the ANSI code page.
@@ -38,225 +37,121 @@ std::string Utf8(const fs::path& path) {
   return std::string(reinterpret_cast<const char*>(text.data()), text.size());
 }
 
-class TempFolder {
- public:
-  TempFolder() {
-    root_ = fs::temp_directory_path() / ("qorvane-fs-" + std::to_string(std::random_device()()));
-    fs::create_directories(root_);
-  }
+// A whole second three days ago, so that every file system keeps it exactly.
+const fs::file_time_type kBase =
+    std::chrono::time_point_cast<std::chrono::seconds>(fs::file_time_type::clock::now()) - std::chrono::hours(72);
+
+struct TempFolder {
+  const fs::path root = fs::temp_directory_path() / ("qorvane-fs-" + std::to_string(std::random_device()()));
+  TempFolder() { fs::create_directories(root); }
   ~TempFolder() {
     std::error_code ec;
-    fs::remove_all(root_, ec);
+    fs::remove_all(root, ec);
   }
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-
-  std::string Folder() const { return Utf8(root_); }
-
-  std::string File(const std::string& name, fs::file_time_type modified) const {
-    const fs::path path = root_ / Path(name);
-    std::ofstream(path) << name;
-    fs::last_write_time(path, modified);
-    return Utf8(path);
+  std::string Folder() const { return Utf8(root); }
+  std::string File(const std::string& name, fs::file_time_type modified = kBase) const {
+    std::ofstream(root / Path(name)) << name;
+    fs::last_write_time(root / Path(name), modified);
+    return Utf8(root / Path(name));
   }
-
   std::string SubFolder(const std::string& name) const {
-    fs::create_directories(root_ / Path(name));
-    return Utf8(root_ / Path(name));
+    fs::create_directories(root / Path(name));
+    return Utf8(root / Path(name));
   }
-
- private:
-  fs::path root_;
 };
 
-std::map<std::string, FolderEntry> ByName(const std::vector<FolderEntry>& entries) {
+std::map<std::string, FolderEntry> Listed(const std::string& folder) {
   std::map<std::string, FolderEntry> named;
-  for (const FolderEntry& entry : entries) {
+  const auto listed = ListFolder(folder);
+  EXPECT_TRUE(listed) << folder;
+  for (const FolderEntry& entry : listed.value_or(std::vector<FolderEntry>{})) {
     EXPECT_TRUE(named.emplace(entry.name, entry).second) << "listed twice: " << entry.name;
   }
   return named;
 }
 
-// A whole second in the past, so that every file system keeps it exactly.
-fs::file_time_type BaseTime() {
-  return std::chrono::time_point_cast<std::chrono::seconds>(fs::file_time_type::clock::now()) - std::chrono::hours(24 * 3);
-}
-
+// Windows flags entries by their attributes; POSIX calls dot names hidden and
+// nothing system. Only files, not folders, exist for FileExists.
 TEST(ListFolder, FlagsEachEntryAndKeepsItsTime) {
   TempFolder temp;
-  const auto base = BaseTime();
-  temp.File("report1.txt", base);
-  temp.File("report2.txt", base + std::chrono::hours(24));
-  temp.File("same-time.txt", base);
-  temp.File("Bericht-\xC3\xBC\xE2\x82\xAC.txt", base);  // u-umlaut and the euro sign
-  temp.SubFolder("sub");
-
-  const auto listed = ListFolder(temp.Folder());
-  ASSERT_TRUE(listed);
-  const auto entries = ByName(*listed);
-
-  const struct {
-    const char* name;
-    bool directory;
-  } expected[] = {{".", true},           {"..", true},           {"sub", true},
-                  {"report1.txt", false}, {"report2.txt", false}, {"same-time.txt", false},
-                  {"Bericht-\xC3\xBC\xE2\x82\xAC.txt", false}};
-  EXPECT_EQ(entries.size(), std::size(expected));
-  for (const auto& e : expected) {
-    const auto found = entries.find(e.name);
-    ASSERT_NE(found, entries.end()) << e.name;
-    EXPECT_EQ(found->second.directory, e.directory) << e.name;
-    EXPECT_FALSE(found->second.system) << e.name;
-    if (e.name[0] != '.') {
-      EXPECT_FALSE(found->second.hidden) << e.name;
+  // attributes: set on Windows, 2 hidden and 4 system.
+  const struct { const char* name; bool directory, hidden, system; unsigned attributes; } cases[] = {
+      {".", true, kPosix, false, 0},              {"..", true, kPosix, false, 0},
+      {"sub", true, false, false, 0},             {".cache", true, kPosix, false, 0},
+      {"report1.txt", false, false, false, 0},    {"report2.txt", false, false, false, 0},
+      {"same-time.txt", false, false, false, 0},  {".profile", false, kPosix, false, 0},
+      {"Bericht-\xC3\xBC\xE2\x82\xAC.txt", false, false, false, 0},  // u-umlaut and the euro sign
+      {"hidden.txt", false, !kPosix, false, 2},   {"system.txt", false, false, !kPosix, 4},
+      {"both.txt", false, !kPosix, !kPosix, 6},
+  };
+  for (const auto& c : cases) {
+    const std::string path = c.directory ? temp.SubFolder(c.name) : temp.File(c.name);
+#ifdef _WIN32
+    if (c.attributes) {
+      ASSERT_TRUE(SetFileAttributesW(Path(path).c_str(), c.attributes)) << c.name;
     }
+#endif
   }
-
+  temp.File("report2.txt", kBase + std::chrono::hours(24));
+  const auto entries = Listed(temp.Folder());
+  EXPECT_EQ(entries.size(), std::size(cases));
+  for (const auto& c : cases) {
+    const auto found = entries.find(c.name);
+    ASSERT_NE(found, entries.end()) << c.name;
+    EXPECT_EQ(found->second.directory, c.directory) << c.name;
+    EXPECT_EQ(found->second.system, c.system) << c.name;
+    // On Windows the file system decides for dot names (wine calls them hidden).
+    if (kPosix || c.name[0] != '.') {
+      EXPECT_EQ(found->second.hidden, c.hidden) << c.name;
+    }
+    EXPECT_EQ(FileExists(JoinPath(temp.Folder(), c.name)), !c.directory) << "only a file exists: " << c.name;
+  }
   const std::int64_t t1 = entries.at("report1.txt").lastWriteTicks;
   EXPECT_EQ(entries.at("report2.txt").lastWriteTicks - t1, 24 * 3600 * kTicksPerSecond) << "one day later";
   EXPECT_EQ(entries.at("same-time.txt").lastWriteTicks, t1);
   EXPECT_GT(t1, 0);
 }
 
-TEST(ListFolder, NothingForWhatIsNotAListableFolder) {
+TEST(ListFolder, NothingForWhatIsNotAFolderThatExists) {
   TempFolder temp;
-  const std::string file = temp.File("plain.txt", BaseTime());
-  const std::string cases[] = {"", JoinPath(temp.Folder(), "missing"), JoinPath(JoinPath(temp.Folder(), "missing"), "deeper"),
-                               file};
-  for (const std::string& folder : cases) EXPECT_FALSE(ListFolder(folder)) << "'" << folder << "'";
-}
-
-#ifdef _WIN32
-TEST(ListFolder, ReportsTheHiddenAndSystemAttributes) {
-  TempFolder temp;
-  const struct {
-    const char* name;
-    DWORD attributes;
-    bool hidden;
-    bool system;
-  } cases[] = {
-      {"plain.txt", FILE_ATTRIBUTE_NORMAL, false, false},
-      {"hidden.txt", FILE_ATTRIBUTE_HIDDEN, true, false},
-      {"system.txt", FILE_ATTRIBUTE_SYSTEM, false, true},
-      {"both.txt", FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM, true, true},
-  };
-  for (const auto& c : cases) {
-    const std::string path = temp.File(c.name, BaseTime());
-    ASSERT_TRUE(SetFileAttributesA(path.c_str(), c.attributes)) << c.name;
-  }
-  const auto listed = ListFolder(temp.Folder());
-  ASSERT_TRUE(listed);
-  const auto entries = ByName(*listed);
-  for (const auto& c : cases) {
-    ASSERT_EQ(entries.count(c.name), 1u) << c.name;
-    EXPECT_EQ(entries.at(c.name).hidden, c.hidden) << c.name;
-    EXPECT_EQ(entries.at(c.name).system, c.system) << c.name;
-    EXPECT_FALSE(entries.at(c.name).directory) << c.name;
-    SetFileAttributesA(JoinPath(temp.Folder(), c.name).c_str(), FILE_ATTRIBUTE_NORMAL);
-  }
-}
-#else
-TEST(ListFolder, CallsDotNamesHiddenAndNothingSystem) {
-  TempFolder temp;
-  temp.File(".profile", BaseTime());
-  temp.File("visible.txt", BaseTime());
-  temp.File("not.hidden", BaseTime());
-  temp.SubFolder(".cache");
-  const auto listed = ListFolder(temp.Folder());
-  ASSERT_TRUE(listed);
-  const auto entries = ByName(*listed);
-  const struct {
-    const char* name;
-    bool hidden;
-    bool directory;
-  } cases[] = {{".profile", true, false}, {"visible.txt", false, false}, {"not.hidden", false, false},
-               {".cache", true, true},    {".", true, true},             {"..", true, true}};
-  EXPECT_EQ(entries.size(), std::size(cases));
-  for (const auto& c : cases) {
-    ASSERT_EQ(entries.count(c.name), 1u) << c.name;
-    EXPECT_EQ(entries.at(c.name).hidden, c.hidden) << c.name;
-    EXPECT_EQ(entries.at(c.name).directory, c.directory) << c.name;
-    EXPECT_FALSE(entries.at(c.name).system) << c.name;
+  const std::string missing = JoinPath(temp.Folder(), "missing");
+  const std::string file = temp.File("plain.txt");
+  for (const std::string& path : {std::string(), missing, JoinPath(missing, "deeper"), JoinPath(file, "x"), file}) {
+    EXPECT_FALSE(ListFolder(path)) << "'" << path << "'";
+    EXPECT_EQ(FileExists(path), path == file) << "'" << path << "'";
   }
 }
 
+#ifndef _WIN32
 TEST(ListFolder, JudgesALinkByItsTarget) {
   TempFolder temp;
-  const std::string target = temp.File("target.txt", BaseTime());
-  const std::string folder = temp.SubFolder("dir");
-  fs::create_symlink(target, JoinPath(temp.Folder(), "to-file"));
-  fs::create_directory_symlink(folder, JoinPath(temp.Folder(), "to-dir"));
+  fs::create_symlink(temp.File("target.txt"), JoinPath(temp.Folder(), "to-file"));
+  fs::create_directory_symlink(temp.SubFolder("dir"), JoinPath(temp.Folder(), "to-dir"));
   fs::create_symlink(JoinPath(temp.Folder(), "gone"), JoinPath(temp.Folder(), "dangling"));
-  const auto listed = ListFolder(temp.Folder() + "/");
-  ASSERT_TRUE(listed);
-  const auto entries = ByName(*listed);
-  ASSERT_EQ(entries.count("to-file"), 1u);
-  ASSERT_EQ(entries.count("to-dir"), 1u);
-  ASSERT_EQ(entries.count("dangling"), 1u);
-  EXPECT_FALSE(entries.at("to-file").directory);
-  EXPECT_EQ(entries.at("to-file").lastWriteTicks, entries.at("target.txt").lastWriteTicks);
-  EXPECT_TRUE(entries.at("to-dir").directory);
-  EXPECT_FALSE(entries.at("dangling").directory);
+  auto entries = Listed(temp.Folder() + "/");
+  for (const char* name : {"to-file", "to-dir", "dangling"}) ASSERT_EQ(entries.count(name), 1u) << name;
+  EXPECT_FALSE(entries["to-file"].directory);
+  EXPECT_EQ(entries["to-file"].lastWriteTicks, entries["target.txt"].lastWriteTicks);
+  EXPECT_TRUE(entries["to-dir"].directory);
+  EXPECT_FALSE(entries["dangling"].directory);
   EXPECT_TRUE(FileExists(JoinPath(temp.Folder(), "to-file")));
   EXPECT_FALSE(FileExists(JoinPath(temp.Folder(), "dangling")));
 }
 #endif
 
-TEST(FileExists, OnlyForAnExistingFile) {
-  TempFolder temp;
-  const std::string file = temp.File("here.txt", BaseTime());
-  const std::string unicode = temp.File("\xC3\xA9t\xC3\xA9.txt", BaseTime());
-  const std::string folder = temp.SubFolder("folder");
-  const struct {
-    std::string path;
-    bool expected;
-  } cases[] = {
-      {file, true},
-      {unicode, true},
-      {folder, false},
-      {JoinPath(temp.Folder(), "missing.txt"), false},
-      {JoinPath(folder, "here.txt"), false},
-      {"", false},
-  };
-  for (const auto& c : cases) EXPECT_EQ(FileExists(c.path), c.expected) << "'" << c.path << "'";
-}
-
-TEST(IsFolderReference, IsTheTrailingSeparator) {
-  const struct {
-    const char* reference;
-    bool expected;
-  } cases[] = {
-      {"C:\\Reports\\", true},
-      {"\\", true},
-      {"C:\\Reports", false},
-      {"C:\\Reports\\a.txt", false},
-      {"", false},
-      {"C:\\Reports\\ ", false},
-#ifdef _WIN32
-      {"C:/Reports/", false},
-#else
-      {"/home/me/Reports/", true},
-      {"/", true},
-#endif
+TEST(FilePaths, FolderReferencesEndWithASeparatorAndJoinUsesThePlatforms) {
+  const struct { const char* reference; bool expected; } cases[] = {
+      {"C:\\Reports\\", true}, {"\\", true}, {"C:\\Reports", false}, {"C:\\Reports\\a.txt", false}, {"", false},
+      {"C:\\Reports\\ ", false}, {"C:/Reports/", kPosix}, {"/", kPosix},
   };
   for (const auto& c : cases) EXPECT_EQ(IsFolderReference(c.reference), c.expected) << c.reference;
-}
-
-TEST(JoinPath, PutsThePlatformSeparatorBetween) {
-  const struct {
-    const char* folder;
-    const char* name;
-    const char* expected;
-  } cases[] = {
 #ifdef _WIN32
-      {"C:\\Reports", "a.txt", "C:\\Reports\\a.txt"},
-      {"\\\\server\\share", "b", "\\\\server\\share\\b"},
+  EXPECT_EQ(JoinPath("C:\\Reports", "a.txt"), "C:\\Reports\\a.txt");
+  EXPECT_EQ(JoinPath("\\\\server\\share", "b"), "\\\\server\\share\\b");
 #else
-      {"/home/me/Reports", "a.txt", "/home/me/Reports/a.txt"},
-      {"relative", "b", "relative/b"},
+  EXPECT_EQ(JoinPath("/home/me/Reports", "a.txt"), "/home/me/Reports/a.txt");
+  EXPECT_EQ(JoinPath("relative", "b"), "relative/b");
 #endif
-  };
-  for (const auto& c : cases) EXPECT_EQ(JoinPath(c.folder, c.name), c.expected) << c.folder;
 }
 
 }  // namespace
