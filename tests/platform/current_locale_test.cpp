@@ -16,15 +16,6 @@ namespace {
 
 long long Seconds(double date) { return std::llround(date * 86400.0); }
 
-// Makes a locale current for one scope and puts the previous one back.
-struct LocalePin {
-  explicit LocalePin(std::string_view name) { EXPECT_TRUE(SelectLocale(name)) << name; }
-  ~LocalePin() {
-    if (!SelectLocale(saved)) SelectUserLocale();
-  }
-  const std::string saved = CurrentLocale().Name();
-};
-
 // Selecting every built-in locale is SystemAgreesWithTable's first step.
 TEST(CurrentLocale, RefusesUnknownNamesTakesCAsUnitedStatesAndRestoresTheUsers) {
   SelectUserLocale();
@@ -42,10 +33,12 @@ TEST(CurrentLocale, RefusesUnknownNamesTakesCAsUnitedStatesAndRestoresTheUsers) 
   EXPECT_EQ(CurrentLocale().Name(), user);
 }
 
-class SystemAgreesWithTable : public ::testing::TestWithParam<std::string> {};
+class SystemAgreesWithTable : public ::testing::TestWithParam<std::string> {
+  void TearDown() override { SelectUserLocale(); }
+};
 
 TEST_P(SystemAgreesWithTable, SameTextBothWays) {
-  LocalePin pin(GetParam());
+  ASSERT_TRUE(SelectLocale(GetParam()));
   const Locale& system = CurrentLocale();
   const PatternLocale table(*BuiltinLocalePatterns(GetParam()));
   EXPECT_EQ(system.ShortDateFormat(), table.ShortDateFormat());

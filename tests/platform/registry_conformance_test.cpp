@@ -6,11 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qorvane::registry {
@@ -49,8 +49,7 @@ class Registry : public ::testing::Test {
     EXPECT_EQ(OpenKeyEx(kCurrentUser, path_, kKeyRead, gone), kFileNotFound);
   }
 
-  // Handles the tests open are left to the process's end, where the deleted
-  // tree makes them stale anyway.
+  // Handles the tests open stay open: the deleted tree makes them stale.
   Handle Create(const std::string& subKey, std::uint32_t access = kKeyAllAccess, Handle parent = 0) {
     Handle key = 0;
     std::uint32_t disposition = 0;
