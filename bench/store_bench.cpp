@@ -13,7 +13,7 @@
 #include "schedule/mail_props.h"
 #include "sim/sim_client.h"
 #include "store/folder.h"
-#include "store/m_special.h"
+#include "store/marked_mails.h"
 #include "store/sending.h"
 
 namespace qorvane::bench {
