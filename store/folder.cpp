@@ -9,6 +9,8 @@
 #include "client/windows.h"
 #include "infra/error_trap.h"
 #include "platform/message_box.h"
+#include "store/item_props.h"
+#include "store/named_property.h"
 #include "store/xml.h"
 
 namespace Main {
@@ -16,7 +18,6 @@ namespace {
 
 constexpr const char* kDisplayTo = "urn:schemas:httpmail:displayto";
 constexpr const char* kFromName = "urn:schemas:httpmail:fromname";
-constexpr const char* kScheduleTimeProperty = "ScheduleTime";
 
 // Whether this session has already looked at the view of an existing folder.
 bool g_ViewChecked = false;
@@ -83,7 +84,7 @@ bool UpdateView(const client::Ref<client::MAPIFolder>& folder) {
     qorvane::IgnoreErrors([&] { view = Need(Need(folder)->Views())->Item(kQorvaneViewName); });
     qorvane::Err.Clear();
     if (view) {
-      const std::string nextOccurrence = std::string(Xml::kPublicStringsNamespace) + "/" + kScheduleTimeProperty;
+      const std::string nextOccurrence = Main::NamedPropertyUrl(Main::kScheduleTimeProperty);
       const bool hasTo = Xml::ColumnExists(view, kDisplayTo);
       const bool hasFrom = Xml::ColumnExists(view, kFromName);
       const bool hasNext = Xml::ColumnExists(view, nextOccurrence);
@@ -97,7 +98,7 @@ bool UpdateView(const client::Ref<client::MAPIFolder>& folder) {
         changed = true;
       }
       if (!hasNext) {
-        Xml::AddUserPropColumn(view, kScheduleTimeProperty, "datetime", "Next Occurrence", "", 100);
+        Xml::AddUserPropColumn(view, Main::kScheduleTimeProperty, "datetime", "Next Occurrence", "", 100);
         changed = true;
       }
       if (changed) view->Apply();
@@ -117,7 +118,7 @@ bool CustomizeView(const client::Ref<client::MAPIFolder>& folder) {
     // user's own, so the sender says nothing.
     Xml::AddTableViewUserColumn(view, "To", kDisplayTo, "string", "", kFromName, 0);
     Xml::RemoveColumn(view, kFromName);
-    Xml::AddUserPropColumn(view, kScheduleTimeProperty, "datetime", "Next Occurrence", "", 100);
+    Xml::AddUserPropColumn(view, Main::kScheduleTimeProperty, "datetime", "Next Occurrence", "", 100);
     Need(view)->Apply();
   });
 }

@@ -68,7 +68,7 @@ bool AddTableViewUserColumn(const client::Ref<client::View>& view, const std::op
 
 bool AddUserPropColumn(const client::Ref<client::View>& view, const std::string& propName, const std::string& type,
                        const std::string& heading, const std::string& insertBefore, long width) {
-  return AddTableViewUserColumn(view, propName, std::string(kPublicStringsNamespace) + "/" + propName, type, heading,
+  return AddTableViewUserColumn(view, propName, Main::NamedPropertyUrl(propName), type, heading,
                                 insertBefore, width);
 }
 

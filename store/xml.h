@@ -16,14 +16,12 @@
 
 #include "client/folders.h"
 #include "platform/xml_dom.h"
+#include "store/named_property.h"
 
 namespace Xml {
 
-// The schema-URL prefix of the client's named properties in the public
-// strings property set; a user property "Name" is the column prop
-// kPublicStringsNamespace + "/Name".
-inline constexpr const char* kPublicStringsNamespace =
-    "http://schemas.microsoft.com/mapi/string/{00020329-0000-0000-C000-000000000046}";
+// A user property "Name" is the column prop Main::NamedPropertyUrl("Name")
+// (store/named_property.h).
 
 // Adds a column with Heading (when given), prop, width, type and, when not
 // empty, userheading, in front of the column whose prop is insertBefore, or
