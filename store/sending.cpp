@@ -28,9 +28,10 @@ constexpr std::int32_t kScheduleNotSaved = -2147221504 + 3;
 bool IsOpenInAnInspector(const client::Ref<client::MailItem>& item) {
   bool open = false;
   qorvane::IgnoreErrors([&] {
-    const std::string entryId = item->EntryID();
     auto inspectors = client::CurrentApplication()->Inspectors();
     const long count = inspectors->Count();
+    if (count == 0) return;
+    const std::string entryId = item->EntryID();
     for (long i = 1; i <= count && !open; ++i) {
       qorvane::IgnoreErrors([&] {
         if (inspectors->Item(i)->CurrentItem()->EntryID() == entryId) open = true;
