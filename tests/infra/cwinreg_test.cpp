@@ -4,7 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <fstream>
+
 #include "tests/support/registry_sandbox.h"
+#include "tests/support/test_env.h"
 
 namespace {
 
@@ -141,3 +145,24 @@ TEST(CWinRegClosed, AReadOnlyKeyRefusesWrites) {
 }
 
 }  // namespace
+
+#ifndef _WIN32
+namespace {
+
+// The registry file of a system without a registry: a damaged file is set
+// aside and the user finds that in the add-in's log.
+TEST(CWinRegFile, ADamagedFileIsReportedInTheLog) {
+  qorvane::testing::ScopedRegistryKeys sandbox{{kRoot}};
+  qorvane::testing::ScopedLogFolder log;
+  {
+    std::ofstream damaged(std::getenv("QORVANE_REGISTRY_FILE"), std::ios::trunc);
+    damaged << "Windows Registry Editor Version 5.00\n\n[HKEY_CURRENT_USER\\Software\\Cut";
+  }
+  CWinReg reg;
+  EXPECT_TRUE(reg.InitForWrite(CWinReg::HKEY_CURRENT_USER, kRoot, true)) << "the registry starts empty and works";
+  EXPECT_TRUE(log.LogContains("Warning : CWinReg\tregistry file ")) << log.LogText();
+  EXPECT_TRUE(log.LogContains(" set aside: ")) << log.LogText();
+}
+
+}  // namespace
+#endif
