@@ -148,6 +148,14 @@ bool CWinReg::ReadBool(const std::string& name) {
   return text == "yes";
 }
 
+std::optional<std::uint32_t> CWinReg::ValueType(const std::string& name) {
+  if (m_hKey == 0) return std::nullopt;
+  std::uint32_t type = 0;
+  std::uint32_t size = 0;
+  if (reg::QueryValueEx(m_hKey, name, &type, nullptr, &size) != reg::kSuccess) return std::nullopt;
+  return type;
+}
+
 bool CWinReg::DeleteValue(const std::string& name) { return reg::DeleteValue(m_hKey, name) == reg::kSuccess; }
 
 bool CWinReg::DeleteKey(const std::string& subKey) { return reg::DeleteKey(m_hKey, subKey) == reg::kSuccess; }

@@ -11,6 +11,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/registry.h"
@@ -55,6 +56,9 @@ class CWinReg {
   std::int32_t ReadLong(const std::string& name, std::int32_t ignored = 0);
   bool WriteBool(const std::string& name, bool value);
   bool ReadBool(const std::string& name);
+  // The type of a value (REG_SZ, REG_DWORD, ...), or nothing when there is
+  // no such value or no key is open. Tells a missing value from an empty one.
+  std::optional<std::uint32_t> ValueType(const std::string& name);
   bool DeleteValue(const std::string& name);
   bool DeleteKey(const std::string& subKey);
   bool FlushKey();

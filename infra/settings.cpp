@@ -15,11 +15,7 @@ std::string GetSetting(std::string_view appName, std::string_view section, std::
   if (!reg.InitForRead(CWinReg::HKEY_CURRENT_USER, StoreKeyPath(appName, section))) return std::string(defaultValue);
   // A missing value reads as the default; an empty string that is really
   // stored stays empty.
-  std::uint32_t type = 0;
-  std::uint32_t size = 0;
-  if (qorvane::registry::QueryValueEx(reg.Handle(), std::string(key), &type, nullptr, &size) ==
-      qorvane::registry::kSuccess)
-    return reg.ReadString(std::string(key));
+  if (reg.ValueType(std::string(key))) return reg.ReadString(std::string(key));
   return std::string(defaultValue);
 }
 

@@ -48,15 +48,8 @@ std::string SubKeyOf(const std::string& key) {
   return path;
 }
 
-std::optional<std::uint32_t> ValueType(CWinReg& key, const std::string& name) {
-  std::uint32_t type = 0;
-  std::uint32_t size = 0;
-  if (registry::QueryValueEx(key.Handle(), name, &type, nullptr, &size) != registry::kSuccess) return std::nullopt;
-  return type;
-}
-
 std::string ValueText(CWinReg& key, const std::string& name) {
-  const std::optional<std::uint32_t> type = ValueType(key, name);
+  const std::optional<std::uint32_t> type = key.ValueType(name);
   if (type == registry::kRegDword) return std::to_string(key.ReadLong(name, 0));
   return key.ReadString(name);
 }
@@ -82,7 +75,7 @@ int RunRegistry(Args args, std::ostream& out, std::ostream& err) {
 
   if (action == "get") {
     ExpectCount(parsed, 2, "get KEY NAME");
-    if (!key.InitForRead(CWinReg::HKEY_CURRENT_USER, subKey) || !ValueType(key, pos[1])) {
+    if (!key.InitForRead(CWinReg::HKEY_CURRENT_USER, subKey) || !key.ValueType(pos[1])) {
       err << "qorvane registry: " << pos[0] << "\\" << pos[1] << " does not exist\n";
       return 1;
     }
