@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages that building, testing and benchmarking
 # Qorvane need: the native and mingw-w64 toolchains, googletest, Google
-# Benchmark, libical (the benchmark's reference), pugixml, and wine with a
+# Benchmark, libical (the benchmark's reference), pugixml, wine with a
 # virtual display to run the Windows build's tests (xvfb-run needs xauth,
-# which xvfb only recommends). Does nothing when all are
+# which xvfb only recommends), and the help compiler chmcmd (fp-utils) with
+# extract_chmLib (libchm-bin) to check what it built. Does nothing when all are
 # present, so the other scripts can call it every time.
 set -euo pipefail
 
@@ -12,6 +13,7 @@ packages=(
   googletest libgtest-dev libbenchmark-dev libical-dev libpugixml-dev
   mingw-w64 g++-mingw-w64-x86-64-posix
   wine wine64 xvfb xauth
+  fp-utils libchm-bin
 )
 
 missing=()
