@@ -7,6 +7,7 @@
 
 #include "base/runtime_error.h"
 #include "win/com/error.h"
+#include "win/com/query_interface.h"
 #include "win/com/wide_text.h"
 
 namespace host {
@@ -52,14 +53,7 @@ class ConnectionPoint final : public IConnectionPoint {
   const IID& Events() const { return events_; }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    if (!IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, IID_IConnectionPoint)) {
-      *object = nullptr;
-      return E_NOINTERFACE;
-    }
-    *object = static_cast<IConnectionPoint*>(this);
-    AddRef();
-    return S_OK;
+    return com::QueryInterfaceFrom(iid, object, {{&IID_IUnknown, this}, {&IID_IConnectionPoint, this}});
   }
   // The point lives as long as its object: references count on the object.
   ULONG STDMETHODCALLTYPE AddRef() override { return owner_.AddRef(); }
@@ -128,17 +122,12 @@ AutomationObject::AutomationObject() {
 AutomationObject::~AutomationObject() { --Counts().objectsLive; }
 
 HRESULT AutomationObject::QueryInterface(REFIID iid, void** object) {
-  if (!object) return E_POINTER;
-  *object = nullptr;
-  if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) || IsEqualIID(iid, kIidSimObject)) {
-    *object = static_cast<IDispatch*>(this);
-  } else if (IsEqualIID(iid, IID_IConnectionPointContainer) && !points_.empty()) {
-    *object = static_cast<IConnectionPointContainer*>(this);
-  } else {
-    return E_NOINTERFACE;
-  }
-  AddRef();
-  return S_OK;
+  IDispatch* self = this;
+  // Only an object that raises events is a connection point container.
+  const IID* container = points_.empty() ? nullptr : &IID_IConnectionPointContainer;
+  return com::QueryInterfaceFrom(iid, object,
+                                 {{&IID_IUnknown, self}, {&IID_IDispatch, self}, {&kIidSimObject, self},
+                                  {container, static_cast<IConnectionPointContainer*>(this)}});
 }
 
 ULONG AutomationObject::Release() {

@@ -3,6 +3,7 @@
 
 #include "base/runtime_error.h"
 #include "tests/host/host_objects.h"
+#include "win/com/query_interface.h"
 #include "win/com/unique_handle.h"
 
 namespace host {
@@ -38,14 +39,7 @@ class ClassFactory final : public IClassFactory {
   explicit ClassFactory(client::SafeMailFactory& factory) : factory_(factory) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    if (!IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, IID_IClassFactory)) {
-      *object = nullptr;
-      return E_NOINTERFACE;
-    }
-    *object = static_cast<IClassFactory*>(this);
-    AddRef();
-    return S_OK;
+    return com::QueryInterfaceFrom(iid, object, {{&IID_IUnknown, this}, {&IID_IClassFactory, this}});
   }
   ULONG STDMETHODCALLTYPE AddRef() override { return ++refs_; }
   ULONG STDMETHODCALLTYPE Release() override {

@@ -7,18 +7,13 @@
 
 #include "base/runtime_error.h"
 #include "win/com/error.h"
+#include "win/com/query_interface.h"
 
 namespace qorvane::com {
 
 HRESULT EventSink::QueryInterface(REFIID iid, void** object) {
-  if (!object) return E_POINTER;
-  if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) || IsEqualIID(iid, events_)) {
-    *object = static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-  }
-  *object = nullptr;
-  return E_NOINTERFACE;
+  IDispatch* self = this;
+  return QueryInterfaceFrom(iid, object, {{&IID_IUnknown, self}, {&IID_IDispatch, self}, {&events_, self}});
 }
 
 ULONG EventSink::Release() {
