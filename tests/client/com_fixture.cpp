@@ -2,6 +2,8 @@
 // and the binding over the host's Application as the current client.
 #include "tests/client/com_fixture.h"
 
+#include <gtest/gtest.h>
+
 #include "sim/sim_client.h"
 #include "tests/host/sim_host.h"
 #include "win/binding/binding.h"
@@ -13,6 +15,7 @@ using client::Ref;
 
 struct ComFixture::Parts {
   qorvane::com::ComApartment apartment;
+  const std::int64_t liveBefore = host::SimHost::Calls().objectsLive;
   sim::SimClient sim;
   host::SimHost host{sim};
   binding::ComSafeMailFactory safeMail;
@@ -36,6 +39,10 @@ ComFixture::ComFixture() : parts_(std::make_unique<Parts>()) {
 ComFixture::~ComFixture() {
   client::SetCurrentApplication(nullptr);
   client::SetSafeMailFactory(nullptr);
+  parts_->app.reset();
+  // The test's own references went before the fixture: whatever the host
+  // still has alive now was leaked by the binding.
+  EXPECT_EQ(host::SimHost::Calls().objectsLive, parts_->liveBefore) << "automation objects still alive";
   parts_->sim.Uninstall();
 }
 

@@ -145,12 +145,18 @@ class HostObject : public AutomationObject {
   const MemberTable<T>& members_;
 };
 
-// A new automation object over target with the table's members, as a
-// VT_DISPATCH value (Nothing for a null target).
+// A new automation object of class Object over target (made with the extra
+// arguments), as a VT_DISPATCH value; Nothing for a null target.
+template <class Object, class Target, class... Extra>
+com::ScopedVariant ExposeAs(const Ref<Target>& target, Extra&&... extra) {
+  if (!target) return com::ScopedVariant::Nothing();
+  return com::ScopedVariant(static_cast<IDispatch*>(new Object(target, std::forward<Extra>(extra)...)));
+}
+
+// A new automation object over target with the table's members.
 template <class Target>
 com::ScopedVariant Expose(const Ref<Target>& target, const MemberTable<Target>& members) {
-  if (!target) return com::ScopedVariant(static_cast<IDispatch*>(nullptr));
-  return com::ScopedVariant(static_cast<IDispatch*>(new HostObject<Target>(target, members)));
+  return ExposeAs<HostObject<Target>>(target, members);
 }
 
 // The simulated object behind an automation object of the host, exposed as

@@ -47,8 +47,7 @@ Ref<client::Application>& HostedApplication() {
 }
 
 com::ScopedVariant ExposeApplication(const Ref<client::Application>& application) {
-  if (!application) return com::ScopedVariant(static_cast<IDispatch*>(nullptr));
-  return com::ScopedVariant(static_cast<IDispatch*>(new HostApplication(application)));
+  return ExposeAs<HostApplication>(application);
 }
 
 com::ScopedVariant ExposeNameSpace(const Ref<client::NameSpace>& session) { return Expose(session, kNameSpace); }

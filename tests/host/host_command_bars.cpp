@@ -36,8 +36,8 @@ const MemberTable<Control> kCommon = {
      [](Control& c, const Args&, const V& value) { c.BeginGroup(value.ToBool()); }},
     {"Visible", [](Control& c, const Args&) { return V(c.Visible()); },
      [](Control& c, const Args&, const V& value) { c.Visible(value.ToBool()); }},
-    {"Execute", [](Control& c, const Args&) { return c.Execute(), Nothing(); }},
-    {"Delete", [](Control& c, const Args&) { return c.Delete(), Nothing(); }},
+    {"Execute", [](Control& c, const Args&) { return c.Execute(), NoValue(); }},
+    {"Delete", [](Control& c, const Args&) { return c.Delete(), NoValue(); }},
 };
 
 MemberTable<Control> CommonAnd(MemberTable<Control> own) {
@@ -124,10 +124,10 @@ class HostControl final : public EventSource<Control, client::CommandBarButtonEv
 com::ScopedVariant ExposeCommandBars(const Ref<client::CommandBars>& bars) { return Expose(bars, kBars); }
 
 com::ScopedVariant ExposeControl(const Ref<client::CommandBarControl>& control) {
-  if (!control) return V(static_cast<IDispatch*>(nullptr));
+  if (!control) return V::Nothing();
   const long type = dynamic_cast<sim::SimCommandBarControl&>(*control).type;
   const auto& members = type == client::msoControlButton ? kButton : type == client::msoControlPopup ? kPopup : kCommon;
-  return V(static_cast<IDispatch*>(new HostControl(control, members)));
+  return ExposeAs<HostControl>(control, members);
 }
 
 }  // namespace host

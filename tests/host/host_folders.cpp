@@ -12,8 +12,8 @@ const MemberTable<client::View> kView = {
     {"Name", [](client::View& v, const Args&) { return V(v.Name()); }},
     {"XML", [](client::View& v, const Args&) { return V(v.XML()); },
      [](client::View& v, const Args&, const V& value) { v.XML(value.ToText()); }},
-    {"Save", [](client::View& v, const Args&) { return v.Save(), Nothing(); }},
-    {"Apply", [](client::View& v, const Args&) { return v.Apply(), Nothing(); }},
+    {"Save", [](client::View& v, const Args&) { return v.Save(), NoValue(); }},
+    {"Apply", [](client::View& v, const Args&) { return v.Apply(), NoValue(); }},
 };
 
 const MemberTable<client::Views> kViews = {
@@ -32,7 +32,7 @@ const MemberTable<client::Items> kItems = {
     {"Restrict", [](client::Items& i, const Args& a) { return ExposeItems(i.Restrict(a.Text(0))); }},
     {"Find", [](client::Items& i, const Args& a) { return ExposeItem(i.Find(a.Text(0))); }},
     {"FindNext", [](client::Items& i, const Args&) { return ExposeItem(i.FindNext()); }},
-    {"Sort", [](client::Items& i, const Args& a) { return i.Sort(a.Text(0), a.Has(1) && a.Bool(1)), Nothing(); }},
+    {"Sort", [](client::Items& i, const Args& a) { return i.Sort(a.Text(0), a.Has(1) && a.Bool(1)), NoValue(); }},
     {"IncludeRecurrences", [](client::Items& i, const Args&) { return V(i.IncludeRecurrences()); },
      [](client::Items& i, const Args&, const V& value) { i.IncludeRecurrences(value.ToBool()); }},
 };

@@ -41,7 +41,7 @@ const MemberTable<client::UserProperty> kUserProperty = {
     {"Type", [](client::UserProperty& p, const Args&) { return V(p.Type()); }},
     {"Value", [](client::UserProperty& p, const Args&) { return V(p.Value()); },
      [](client::UserProperty& p, const Args&, const V& value) { p.Value(value.ToValue()); }},
-    {"Delete", [](client::UserProperty& p, const Args&) { return p.Delete(), Nothing(); }},
+    {"Delete", [](client::UserProperty& p, const Args&) { return p.Delete(), NoValue(); }},
 };
 
 const MemberTable<client::UserProperties> kUserProperties = {
@@ -74,8 +74,8 @@ const MemberTable<Item> kCommon = {
      [](Item& i, const Args&, const V& value) { i.Subject(value.ToText()); }},
     {"UserProperties", [](Item& i, const Args&) { return Expose(i.UserProperties(), kUserProperties); }},
     {"Parent", [](Item& i, const Args&) { return ExposeFolder(i.Parent()); }},
-    {"Save", [](Item& i, const Args&) { return i.Save(), Nothing(); }},
-    {"Delete", [](Item& i, const Args&) { return i.Delete(), Nothing(); }},
+    {"Save", [](Item& i, const Args&) { return i.Save(), NoValue(); }},
+    {"Delete", [](Item& i, const Args&) { return i.Delete(), NoValue(); }},
     {"Copy", [](Item& i, const Args&) { return ExposeItem(i.Copy()); }},
     {"Move", [](Item& i, const Args& a) { return ExposeItem(i.Move(Unwrap<client::MAPIFolder>(a.At(0)))); }},
 };
@@ -93,8 +93,8 @@ const MemberTable<Item> kMail = CommonAnd({
      [](Item& i, const Args&, const V& value) { Mail(i).To(value.ToText()); }},
     {"Sent", [](Item& i, const Args&) { return V(Mail(i).Sent()); }},
     {"Attachments", [](Item& i, const Args&) { return Expose(Mail(i).Attachments(), kAttachments); }},
-    {"Display", [](Item& i, const Args&) { return Mail(i).Display(), Nothing(); }},
-    {"Close", [](Item& i, const Args& a) { return Mail(i).Close(a.Long(0)), Nothing(); }},
+    {"Display", [](Item& i, const Args&) { return Mail(i).Display(), NoValue(); }},
+    {"Close", [](Item& i, const Args& a) { return Mail(i).Close(a.Long(0)), NoValue(); }},
 });
 
 const MemberTable<Item> kAppointment = CommonAnd({

@@ -27,8 +27,8 @@ com::ScopedVariant ExposeSyncObjects(const Ref<client::SyncObjects>& syncObjects
 // its session, which the simulated folder does not give.
 Ref<client::Application>& HostedApplication();
 
-// A result that is no value (a method without one).
-inline com::ScopedVariant Nothing() { return {}; }
+// The result of a method that returns nothing (VT_EMPTY).
+inline com::ScopedVariant NoValue() { return {}; }
 
 // An automation object that raises events: it listens to its simulated
 // object while at least one sink is connected.

@@ -9,8 +9,8 @@ using V = com::ScopedVariant;
 
 const MemberTable<client::SyncObject> kSyncObject = {
     {"Name", [](client::SyncObject& s, const Args&) { return V(s.Name()); }},
-    {"Start", [](client::SyncObject& s, const Args&) { return s.Start(), Nothing(); }},
-    {"Stop", [](client::SyncObject& s, const Args&) { return s.Stop(), Nothing(); }},
+    {"Start", [](client::SyncObject& s, const Args&) { return s.Start(), NoValue(); }},
+    {"Stop", [](client::SyncObject& s, const Args&) { return s.Stop(), NoValue(); }},
 };
 
 class HostSyncObject final : public EventSource<client::SyncObject, client::SyncObjectEvents> {
@@ -28,8 +28,7 @@ class HostSyncObject final : public EventSource<client::SyncObject, client::Sync
 const MemberTable<client::SyncObjects> kSyncObjects = {
     {"Count", [](client::SyncObjects& s, const Args&) { return V(s.Count()); }},
     {"Item", [](client::SyncObjects& s, const Args& a) {
-       const auto sync = s.Item(a.Long(0));
-       return sync ? V(static_cast<IDispatch*>(new HostSyncObject(sync))) : V(static_cast<IDispatch*>(nullptr));
+       return ExposeAs<HostSyncObject>(s.Item(a.Long(0)));
      }},
 };
 

@@ -32,7 +32,7 @@ const MemberTable<client::OutlookBarShortcut> kShortcut = {
 const MemberTable<client::OutlookBarShortcuts> kShortcuts = {
     {"Count", [](client::OutlookBarShortcuts& s, const Args&) { return V(s.Count()); }},
     {"Item", [](client::OutlookBarShortcuts& s, const Args& a) { return Expose(s.Item(a.Long(0)), kShortcut); }},
-    {"Remove", [](client::OutlookBarShortcuts& s, const Args& a) { return s.Remove(a.Long(0)), Nothing(); }},
+    {"Remove", [](client::OutlookBarShortcuts& s, const Args& a) { return s.Remove(a.Long(0)), NoValue(); }},
     {"Add", [](client::OutlookBarShortcuts& s, const Args& a) {
        return Expose(s.Add(Unwrap<client::MAPIFolder>(a.At(0)), a.Has(1) ? a.Text(1) : std::string()), kShortcut);
      }},
@@ -93,7 +93,7 @@ const MemberTable<client::Explorer> kExplorer = WithRect<client::Explorer>({
      true},
     {"Selection", [](client::Explorer& e, const Args&) { return Expose(e.Selection(), kSelection); }},
     {"Panes", [](client::Explorer& e, const Args&) { return Expose(e.Panes(), kPanes); }},
-    {"Close", [](client::Explorer& e, const Args&) { return e.Close(), Nothing(); }},
+    {"Close", [](client::Explorer& e, const Args&) { return e.Close(), NoValue(); }},
 });
 
 const MemberTable<client::Explorers> kExplorers = {
@@ -106,7 +106,7 @@ const MemberTable<client::Inspector> kInspector = WithRect<client::Inspector>({
     {"CommandBars", [](client::Inspector& i, const Args&) { return ExposeCommandBars(i.CommandBars()); }},
     {"EditorType", [](client::Inspector& i, const Args&) { return V(i.EditorType()); }},
     {"IsWordMail", [](client::Inspector& i, const Args&) { return V(i.IsWordMail()); }},
-    {"Close", [](client::Inspector& i, const Args& a) { return i.Close(a.Long(0)), Nothing(); }},
+    {"Close", [](client::Inspector& i, const Args& a) { return i.Close(a.Long(0)), NoValue(); }},
 });
 
 const MemberTable<client::Inspectors> kInspectors = {
@@ -137,20 +137,14 @@ class HostInspectors final : public EventSource<client::Inspectors, client::Insp
   }
 };
 
-template <class Object, class Target>
-V ExposeSource(const Ref<Target>& target) {
-  if (!target) return V(static_cast<IDispatch*>(nullptr));
-  return V(static_cast<IDispatch*>(new Object(target)));
-}
-
 }  // namespace
 
 com::ScopedVariant ExposeExplorers(const Ref<client::Explorers>& explorers) {
-  return ExposeSource<HostExplorers>(explorers);
+  return ExposeAs<HostExplorers>(explorers);
 }
-com::ScopedVariant ExposeExplorer(const Ref<client::Explorer>& explorer) { return ExposeSource<HostExplorer>(explorer); }
+com::ScopedVariant ExposeExplorer(const Ref<client::Explorer>& explorer) { return ExposeAs<HostExplorer>(explorer); }
 com::ScopedVariant ExposeInspectors(const Ref<client::Inspectors>& inspectors) {
-  return ExposeSource<HostInspectors>(inspectors);
+  return ExposeAs<HostInspectors>(inspectors);
 }
 com::ScopedVariant ExposeInspector(const Ref<client::Inspector>& inspector) { return Expose(inspector, kInspector); }
 

@@ -31,7 +31,7 @@ const MemberTable<client::SafeMailItem> kSafeMail = {
      },
      true},
     {"Recipients", [](client::SafeMailItem& s, const Args&) { return Expose(s.Recipients(), kRecipients); }},
-    {"Send", [](client::SafeMailItem& s, const Args&) { return s.Send(), Nothing(); }},
+    {"Send", [](client::SafeMailItem& s, const Args&) { return s.Send(), NoValue(); }},
 };
 
 class ClassFactory final : public IClassFactory {

@@ -32,6 +32,8 @@ class ScopedVariant {
   ScopedVariant(IDispatch* object);
   ScopedVariant(const ComPtr<IDispatch>& object) : ScopedVariant(object.get()) {}
 
+  // An object reference to no object (VT_DISPATCH Nothing).
+  static ScopedVariant Nothing() { return ScopedVariant(static_cast<IDispatch*>(nullptr)); }
   // An optional argument left out (VT_ERROR, DISP_E_PARAMNOTFOUND).
   static ScopedVariant Missing();
   // A by-reference Boolean that the callee may change (VT_BOOL | VT_BYREF);
