@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "base/runtime_error.h"
+#include "win/com/dispatch.h"
 #include "win/com/error.h"
 #include "win/com/query_interface.h"
 #include "win/com/wide_text.h"
@@ -94,15 +95,16 @@ class ConnectionPoint final : public IConnectionPoint {
     return E_NOTIMPL;
   }
 
-  // Raises an event; a sink that unadvises while it runs is skipped after.
-  void Raise(DISPID id, std::vector<com::ScopedVariant>& args) {
-    std::vector<VARIANTARG> reversed;
-    for (auto arg = args.rbegin(); arg != args.rend(); ++arg) reversed.push_back(arg->get());
+  // Raises an event; a sink that unadvises while it runs is skipped after,
+  // and a sink's failure does not keep the others from hearing it.
+  void Raise(DISPID id, const std::vector<com::ScopedVariant>& args) {
     const auto now = sinks_;
     for (const auto& [cookie, sink] : now) {
       if (std::none_of(sinks_.begin(), sinks_.end(), [&](const auto& s) { return s.first == cookie; })) continue;
-      DISPPARAMS params{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-      sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr, nullptr, nullptr);
+      try {
+        com::InvokeById(sink.get(), id, DISPATCH_METHOD, args);
+      } catch (const qorvane::RuntimeError&) {
+      }
     }
   }
 

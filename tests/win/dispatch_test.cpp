@@ -49,8 +49,9 @@ TEST_F(DispatchTest, ArgumentsGoInDocumentedOrderAndPutsTakeTheirIndex) {
   EXPECT_EQ(stored.Get("Item", {"k"}).ToText(), "inner value");
 }
 
-// What an object was asked: flags, named arguments and the arguments in the
-// order IDispatch passes them (last first), as text.
+// What an object was asked: flags, named arguments, the arguments in the
+// order IDispatch passes them (last first), and "->" when a result was
+// asked for, as text.
 class RecordingObject final : public IDispatch {
  public:
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
@@ -75,7 +76,10 @@ class RecordingObject final : public IDispatch {
       const ScopedVariant arg = ScopedVariant::CopyOf(params->rgvarg[i]);
       asked += arg.Type() == VT_ERROR ? " missing" : arg.Type() == VT_DISPATCH ? " object" : " " + arg.ToText();
     }
-    if (result) *result = ScopedVariant(true).Detach();
+    if (result) {
+      asked += " ->";
+      *result = ScopedVariant(true).Detach();
+    }
     return S_OK;
   }
   ULONG refs = 1;
@@ -87,7 +91,7 @@ TEST_F(DispatchTest, CallsPassFlagsAndArgumentsLastFirst) {
   const Dispatch recorded(ComPtr<IDispatch>(&object), type_);
   // What the call sends, as the object records it.
   const std::tuple<const char*, std::function<void()>, std::string> cases[] = {
-      {"get", [&] { recorded.Get("Item", {1L, "b"}); }, "3 named 0 b 1"},
+      {"get", [&] { recorded.Get("Item", {1L, "b"}); }, "3 named 0 b 1 ->"},
       {"method with a left-out argument", [&] { recorded.Call("Add", {1L, ScopedVariant::Missing(), "c"}); },
        "1 named 0 c missing 1"},
       {"put with an index", [&] { recorded.Put("Item", "v", {"k"}); }, "4 named 1 put v k"},

@@ -14,14 +14,14 @@ class BoundApplication final : public client::Application, public Bound {
   explicit BoundApplication(com::ComPtr<IDispatch> object) : Bound(std::move(object), kApplicationType) {}
   std::string Version() override { return Text("Version"); }
   Ref<client::NameSpace> GetNamespace(const std::string& type) override {
-    return BindNameSpace(Call("GetNamespace", {type}));
+    return BindNameSpace(Get("GetNamespace", {type}));
   }
   Ref<client::NameSpace> Session() override { return BindNameSpace(Get("Session")); }
   Ref<client::Explorers> Explorers() override { return BindExplorers(Get("Explorers")); }
   Ref<client::Inspectors> Inspectors() override { return BindInspectors(Get("Inspectors")); }
-  Ref<client::Explorer> ActiveExplorer() override { return BindExplorer(Call("ActiveExplorer")); }
-  Ref<client::Inspector> ActiveInspector() override { return BindInspector(Call("ActiveInspector")); }
-  Ref<client::Item> CreateItem(long itemType) override { return BindItem(Call("CreateItem", {itemType})); }
+  Ref<client::Explorer> ActiveExplorer() override { return BindExplorer(Get("ActiveExplorer")); }
+  Ref<client::Inspector> ActiveInspector() override { return BindInspector(Get("ActiveInspector")); }
+  Ref<client::Item> CreateItem(long itemType) override { return BindItem(Get("CreateItem", {itemType})); }
   Ref<client::EventSubscription> Advise(client::ApplicationEvents* sink) override {
     return binding::Advise(Object(), sink);
   }
@@ -31,7 +31,7 @@ class BoundNameSpace final : public client::NameSpace, public Bound {
  public:
   explicit BoundNameSpace(com::ComPtr<IDispatch> object) : Bound(std::move(object), kNameSpaceType) {}
   Ref<client::MAPIFolder> GetDefaultFolder(long folderType) override {
-    return BindFolder(Call("GetDefaultFolder", {folderType}));
+    return BindFolder(Get("GetDefaultFolder", {folderType}));
   }
   Ref<client::SyncObjects> SyncObjects() override { return BindSyncObjects(Get("SyncObjects")); }
 };

@@ -24,7 +24,7 @@ class Bound : public BoundObject {
  protected:
   const com::Dispatch& Self() const { return self_; }
   com::ScopedVariant Get(std::string_view member, com::Args args = {}) const { return self_.Get(member, args); }
-  com::ScopedVariant Call(std::string_view member, com::Args args = {}) const { return self_.Call(member, args); }
+  void Call(std::string_view member, com::Args args = {}) const { self_.Call(member, args); }
   void Put(std::string_view member, const com::ScopedVariant& value) const { self_.Put(member, value); }
 
   std::string Text(std::string_view member) const { return Get(member).ToText(); }

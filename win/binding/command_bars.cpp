@@ -63,11 +63,11 @@ class BoundControls final : public client::CommandBarControls, public Bound {
  public:
   explicit BoundControls(com::ComPtr<IDispatch> object) : Bound(std::move(object), kControlsType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::CommandBarControl> Item(long index) override { return BindControl(Call("Item", {index})); }
+  Ref<client::CommandBarControl> Item(long index) override { return BindControl(Get("Item", {index})); }
   // Add(Type, Id, Parameter, Before, Temporary)
   Ref<client::CommandBarControl> Add(long type, long before, bool temporary) override {
     const auto missing = com::ScopedVariant::Missing();
-    return BindControl(Call("Add", {type, missing, missing, Criterion(before), temporary}));
+    return BindControl(Get("Add", {type, missing, missing, Criterion(before), temporary}));
   }
 };
 
@@ -82,7 +82,7 @@ class BoundCommandBar final : public client::CommandBar, public Bound {
   // own level unless Recursive says to look inside its pop-ups too.
   Ref<client::CommandBarControl> FindControl(long type, long id, const std::string& tag) override {
     return BindControl(
-        Call("FindControl", {Criterion(type), Criterion(id), Criterion(tag), com::ScopedVariant::Missing(), true}));
+        Get("FindControl", {Criterion(type), Criterion(id), Criterion(tag), com::ScopedVariant::Missing(), true}));
   }
 };
 
@@ -93,18 +93,18 @@ class BoundCommandBars final : public client::CommandBars, public Bound {
   Ref<client::CommandBar> Item(const std::string& name) override {
     // The client raises for a bar it does not have.
     try {
-      return BindCommandBar(Call("Item", {name}));
+      return BindCommandBar(Get("Item", {name}));
     } catch (const qorvane::RuntimeError&) {
       return nullptr;
     }
   }
   // Add(Name, Position, MenuBar, Temporary)
   Ref<client::CommandBar> Add(const std::string& name, long position, bool temporary) override {
-    return BindCommandBar(Call("Add", {name, position, com::ScopedVariant::Missing(), temporary}));
+    return BindCommandBar(Get("Add", {name, position, com::ScopedVariant::Missing(), temporary}));
   }
   // FindControl(Type, Id, Tag, Visible) searches every bar with its pop-ups.
   Ref<client::CommandBarControl> FindControl(long type, long id, const std::string& tag) override {
-    return BindControl(Call("FindControl", {Criterion(type), Criterion(id), Criterion(tag)}));
+    return BindControl(Get("FindControl", {Criterion(type), Criterion(id), Criterion(tag)}));
   }
 };
 

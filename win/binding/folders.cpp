@@ -38,9 +38,9 @@ class BoundFolders final : public client::Folders, public Bound {
  public:
   explicit BoundFolders(com::ComPtr<IDispatch> object) : Bound(std::move(object), kFoldersType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::MAPIFolder> Item(long index) override { return BindFolder(Call("Item", {index})); }
+  Ref<client::MAPIFolder> Item(long index) override { return BindFolder(Get("Item", {index})); }
   Ref<client::MAPIFolder> Add(const std::string& name, long type) override {
-    return BindFolder(Call("Add", {name, type}));
+    return BindFolder(Get("Add", {name, type}));
   }
 };
 
@@ -48,10 +48,10 @@ class BoundItems final : public client::Items, public Bound {
  public:
   explicit BoundItems(com::ComPtr<IDispatch> object) : Bound(std::move(object), kItemsType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::Item> Item(long index) override { return BindItem(Call("Item", {index})); }
-  Ref<client::Items> Restrict(const std::string& filter) override { return BindItems(Call("Restrict", {filter})); }
-  Ref<client::Item> Find(const std::string& filter) override { return BindItem(Call("Find", {filter})); }
-  Ref<client::Item> FindNext() override { return BindItem(Call("FindNext")); }
+  Ref<client::Item> Item(long index) override { return BindItem(Get("Item", {index})); }
+  Ref<client::Items> Restrict(const std::string& filter) override { return BindItems(Get("Restrict", {filter})); }
+  Ref<client::Item> Find(const std::string& filter) override { return BindItem(Get("Find", {filter})); }
+  Ref<client::Item> FindNext() override { return BindItem(Get("FindNext")); }
   void Sort(const std::string& property, bool descending) override { Call("Sort", {property, descending}); }
   bool IncludeRecurrences() override { return Bool("IncludeRecurrences"); }
   void IncludeRecurrences(bool value) override { Put("IncludeRecurrences", value); }
@@ -72,13 +72,13 @@ class BoundViews final : public client::Views, public Bound {
   explicit BoundViews(com::ComPtr<IDispatch> object) : Bound(std::move(object), kViewsType) {}
   long Count() override { return Long("Count"); }
   Ref<client::View> Item(const std::string& name) override {
-    auto view = MakeBound<BoundView>(Call("Item", {name}));
+    auto view = MakeBound<BoundView>(Get("Item", {name}));
     // The interface promises a raise, never a null view.
     if (!view) qorvane::Raise(qorvane::err::kSubscriptOutOfRange);
     return view;
   }
   Ref<client::View> Add(const std::string& name, long viewType, long saveOption) override {
-    return MakeBound<BoundView>(Call("Add", {name, viewType, saveOption}));
+    return MakeBound<BoundView>(Get("Add", {name, viewType, saveOption}));
   }
 };
 

@@ -38,9 +38,9 @@ class ItemObject : public Interface, public Bound {
   Ref<client::MAPIFolder> Parent() override { return BindFolder(Get("Parent")); }
   void Save() override { Call("Save"); }
   void Delete() override { Call("Delete"); }
-  Ref<client::Item> Copy() override { return BindItem(Call("Copy")); }
+  Ref<client::Item> Copy() override { return BindItem(Get("Copy")); }
   Ref<client::Item> Move(const Ref<client::MAPIFolder>& folder) override {
-    return BindItem(Call("Move", {ArgumentOf(folder)}));
+    return BindItem(Get("Move", {ArgumentOf(folder)}));
   }
   Ref<client::MailItem> AsMailItem() override;
   Ref<client::AppointmentItem> AsAppointmentItem() override;
@@ -69,7 +69,7 @@ class BoundAppointmentItem final : public ItemObject<client::AppointmentItem> {
   void End(double value) override { PutDate("End", value); }
   bool ReminderSet() override { return Bool("ReminderSet"); }
   void ReminderSet(bool value) override { Put("ReminderSet", value); }
-  Ref<client::RecurrencePattern> GetRecurrencePattern() override { return BindPattern(Call("GetRecurrencePattern")); }
+  Ref<client::RecurrencePattern> GetRecurrencePattern() override { return BindPattern(Get("GetRecurrencePattern")); }
 };
 
 class BoundOtherItem final : public ItemObject<client::Item> {
@@ -126,12 +126,12 @@ class BoundUserProperties final : public client::UserProperties, public Bound {
  public:
   explicit BoundUserProperties(com::ComPtr<IDispatch> object) : Bound(std::move(object), kUserPropertiesType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::UserProperty> Item(long index) override { return MakeBound<BoundUserProperty>(Call("Item", {index})); }
+  Ref<client::UserProperty> Item(long index) override { return MakeBound<BoundUserProperty>(Get("Item", {index})); }
   Ref<client::UserProperty> Find(const std::string& name) override {
-    return MakeBound<BoundUserProperty>(Call("Find", {name}));
+    return MakeBound<BoundUserProperty>(Get("Find", {name}));
   }
   Ref<client::UserProperty> Add(const std::string& name, long type) override {
-    return MakeBound<BoundUserProperty>(Call("Add", {name, type}));
+    return MakeBound<BoundUserProperty>(Get("Add", {name, type}));
   }
 };
 
@@ -146,13 +146,13 @@ class BoundAttachments final : public client::Attachments, public Bound {
  public:
   explicit BoundAttachments(com::ComPtr<IDispatch> object) : Bound(std::move(object), kAttachmentsType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::Attachment> Item(long index) override { return MakeBound<BoundAttachment>(Call("Item", {index})); }
+  Ref<client::Attachment> Item(long index) override { return MakeBound<BoundAttachment>(Get("Item", {index})); }
   // Add(Source, Type, Position, DisplayName); without a display name the
   // client shows the file's name.
   Ref<client::Attachment> Add(const std::string& source, const std::string& displayName) override {
     const auto missing = com::ScopedVariant::Missing();
     return MakeBound<BoundAttachment>(
-        Call("Add", {source, missing, missing, displayName.empty() ? missing : com::ScopedVariant(displayName)}));
+        Get("Add", {source, missing, missing, displayName.empty() ? missing : com::ScopedVariant(displayName)}));
   }
 };
 

@@ -13,7 +13,7 @@ class BoundSafeRecipients final : public client::SafeRecipients, public Bound {
  public:
   explicit BoundSafeRecipients(com::ComPtr<IDispatch> object) : Bound(std::move(object), kSafeRecipientsType) {}
   long Count() override { return Long("Count"); }
-  bool ResolveAll() override { return Call("ResolveAll").ToBool(); }
+  bool ResolveAll() override { return Get("ResolveAll").ToBool(); }
 };
 
 class BoundSafeMailItem final : public client::SafeMailItem, public Bound {

@@ -23,7 +23,7 @@ class BoundSyncObjects final : public client::SyncObjects, public Bound {
  public:
   explicit BoundSyncObjects(com::ComPtr<IDispatch> object) : Bound(std::move(object), kSyncObjectsType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::SyncObject> Item(long index) override { return MakeBound<BoundSyncObject>(Call("Item", {index})); }
+  Ref<client::SyncObject> Item(long index) override { return MakeBound<BoundSyncObject>(Get("Item", {index})); }
 };
 
 }  // namespace

@@ -27,7 +27,7 @@ Ref<client::Panes> BindPanes(const com::ScopedVariant& object);
 template <class Wrapper>
 std::shared_ptr<Wrapper> ItemByName(const com::Dispatch& collection, const std::string& name) {
   try {
-    return MakeBound<Wrapper>(collection.Call("Item", {name}));
+    return MakeBound<Wrapper>(collection.Get("Item", {name}));
   } catch (const qorvane::RuntimeError&) {
     return nullptr;
   }
@@ -59,7 +59,7 @@ class BoundExplorers final : public client::Explorers, public Bound {
  public:
   explicit BoundExplorers(com::ComPtr<IDispatch> object) : Bound(std::move(object), kExplorersType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::Explorer> Item(long index) override { return BindExplorer(Call("Item", {index})); }
+  Ref<client::Explorer> Item(long index) override { return BindExplorer(Get("Item", {index})); }
   Ref<client::EventSubscription> Advise(client::ExplorersEvents* sink) override {
     return binding::Advise(Object(), sink);
   }
@@ -69,7 +69,7 @@ class BoundSelection final : public client::Selection, public Bound {
  public:
   explicit BoundSelection(com::ComPtr<IDispatch> object) : Bound(std::move(object), kSelectionType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::Item> Item(long index) override { return BindItem(Call("Item", {index})); }
+  Ref<client::Item> Item(long index) override { return BindItem(Get("Item", {index})); }
 };
 
 Ref<client::Selection> BoundExplorer::Selection() { return MakeBound<BoundSelection>(Get("Selection")); }
@@ -80,7 +80,7 @@ class BoundInspector final : public client::Inspector, public Bound {
   Ref<client::Item> CurrentItem() override { return BindItem(Get("CurrentItem")); }
   Ref<client::CommandBars> CommandBars() override { return BindCommandBars(Get("CommandBars")); }
   long EditorType() override { return Long("EditorType"); }
-  bool IsWordMail() override { return Call("IsWordMail").ToBool(); }
+  bool IsWordMail() override { return Get("IsWordMail").ToBool(); }
   client::WindowRect Rect() override { return RectOf(Self()); }
   void Close(long saveMode) override { Call("Close", {saveMode}); }
 };
@@ -89,7 +89,7 @@ class BoundInspectors final : public client::Inspectors, public Bound {
  public:
   explicit BoundInspectors(com::ComPtr<IDispatch> object) : Bound(std::move(object), kInspectorsType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::Inspector> Item(long index) override { return BindInspector(Call("Item", {index})); }
+  Ref<client::Inspector> Item(long index) override { return BindInspector(Get("Item", {index})); }
   Ref<client::EventSubscription> Advise(client::InspectorsEvents* sink) override {
     return binding::Advise(Object(), sink);
   }
@@ -111,10 +111,10 @@ class BoundShortcuts final : public client::OutlookBarShortcuts, public Bound {
  public:
   explicit BoundShortcuts(com::ComPtr<IDispatch> object) : Bound(std::move(object), kShortcutsType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::OutlookBarShortcut> Item(long index) override { return MakeBound<BoundShortcut>(Call("Item", {index})); }
+  Ref<client::OutlookBarShortcut> Item(long index) override { return MakeBound<BoundShortcut>(Get("Item", {index})); }
   void Remove(long index) override { Call("Remove", {index}); }
   Ref<client::OutlookBarShortcut> Add(const Ref<client::MAPIFolder>& target, const std::string& name) override {
-    return MakeBound<BoundShortcut>(Call("Add", {ArgumentOf(target), name}));
+    return MakeBound<BoundShortcut>(Get("Add", {ArgumentOf(target), name}));
   }
 };
 
@@ -130,7 +130,7 @@ class BoundBarGroups final : public client::OutlookBarGroups, public Bound {
  public:
   explicit BoundBarGroups(com::ComPtr<IDispatch> object) : Bound(std::move(object), kBarGroupsType) {}
   long Count() override { return Long("Count"); }
-  Ref<client::OutlookBarGroup> Item(long index) override { return MakeBound<BoundBarGroup>(Call("Item", {index})); }
+  Ref<client::OutlookBarGroup> Item(long index) override { return MakeBound<BoundBarGroup>(Get("Item", {index})); }
   Ref<client::OutlookBarGroup> Item(const std::string& name) override {
     return ItemByName<BoundBarGroup>(Self(), name);
   }

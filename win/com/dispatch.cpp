@@ -37,39 +37,46 @@ DISPID DispatchType::IdOf(IDispatch* object, std::string_view member) {
 }
 
 ScopedVariant Dispatch::Get(std::string_view member, Args args) const {
-  return Invoke(member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, nullptr, args);
+  return Invoke(member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, nullptr, args, true);
 }
 
-ScopedVariant Dispatch::Call(std::string_view member, Args args) const {
-  return Invoke(member, DISPATCH_METHOD, nullptr, args);
+void Dispatch::Call(std::string_view member, Args args) const {
+  Invoke(member, DISPATCH_METHOD, nullptr, args, false);
 }
 
 void Dispatch::Put(std::string_view member, const ScopedVariant& value, Args args) const {
-  Invoke(member, DISPATCH_PROPERTYPUT, &value, args);
+  Invoke(member, DISPATCH_PROPERTYPUT, &value, args, false);
 }
 
 void Dispatch::PutRef(std::string_view member, IDispatch* object, Args args) const {
   const ScopedVariant value(object);
-  Invoke(member, DISPATCH_PROPERTYPUTREF, &value, args);
+  Invoke(member, DISPATCH_PROPERTYPUTREF, &value, args, false);
 }
 
-ScopedVariant Dispatch::Invoke(std::string_view member, WORD flags, const ScopedVariant* value, Args args) const {
+ScopedVariant Dispatch::Invoke(std::string_view member, WORD flags, const ScopedVariant* value, Args args,
+                               bool wantResult) const {
   if (!object_) Raise(err::kObjectNotSet);
-  const DISPID id = type_->IdOf(object_.get(), member);
+  return InvokeById(object_.get(), type_->IdOf(object_.get(), member), flags,
+                    std::span<const ScopedVariant>(args.begin(), args.size()), value, wantResult);
+}
+
+ScopedVariant InvokeById(IDispatch* object, DISPID id, WORD flags, std::span<const ScopedVariant> args,
+                         const ScopedVariant* value, bool wantResult) {
+  if (!object) Raise(err::kObjectNotSet);
   // IDispatch takes the arguments last first; a put's value comes before
   // them, named DISPID_PROPERTYPUT. The array borrows the values.
   std::vector<VARIANTARG> reversed;
   reversed.reserve(args.size() + 1);
   if (value) reversed.push_back(value->get());
-  for (auto arg = args.end(); arg != args.begin();) reversed.push_back((--arg)->get());
+  for (auto arg = args.rbegin(); arg != args.rend(); ++arg) reversed.push_back(arg->get());
   DISPID putId = DISPID_PROPERTYPUT;
   DISPPARAMS params{reversed.data(), value ? &putId : nullptr, static_cast<UINT>(reversed.size()), value ? 1u : 0u};
 
   ScopedVariant result;
   EXCEPINFO info{};
   UINT badArgument = 0;
-  const HRESULT hr = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, value ? nullptr : result.put(),
-                                     &info, &badArgument);
+  const HRESULT hr = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, wantResult ? result.put() : nullptr,
+                                    &info, &badArgument);
   if (hr == DISP_E_EXCEPTION) RaiseException(info);
   if (FAILED(hr)) RaiseHresult(hr);
   return result;

@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -57,15 +58,23 @@ class DispatchType {
 
 using Args = std::initializer_list<ScopedVariant>;
 
+// One IDispatch::Invoke by DISPID, the arguments in declared order (they
+// go last first); value, when given, is a put's value. The result is asked
+// for only with wantResult. Raises as above.
+ScopedVariant InvokeById(IDispatch* object, DISPID id, WORD flags, std::span<const ScopedVariant> args,
+                         const ScopedVariant* value = nullptr, bool wantResult = true);
+
 class Dispatch {
  public:
   Dispatch() = default;
   Dispatch(ComPtr<IDispatch> object, DispatchType& type) : object_(std::move(object)), type_(&type) {}
 
-  // A property's value, or a method's result (arguments as documented).
+  // A property's value or a method's result (arguments as documented),
+  // asked as the runtime asks for any value: DISPATCH_METHOD together
+  // with DISPATCH_PROPERTYGET, since the object model has both kinds.
   ScopedVariant Get(std::string_view member, Args args = {}) const;
-  // A method; its result, if any.
-  ScopedVariant Call(std::string_view member, Args args = {}) const;
+  // A method called for its effect (DISPATCH_METHOD, no result asked).
+  void Call(std::string_view member, Args args = {}) const;
   // Sets a property (DISPATCH_PROPERTYPUT), with index arguments if it has any.
   void Put(std::string_view member, const ScopedVariant& value, Args args = {}) const;
   // Sets an object property by reference (DISPATCH_PROPERTYPUTREF).
@@ -79,7 +88,8 @@ class Dispatch {
   explicit operator bool() const { return static_cast<bool>(object_); }
 
  private:
-  ScopedVariant Invoke(std::string_view member, WORD flags, const ScopedVariant* value, Args args) const;
+  ScopedVariant Invoke(std::string_view member, WORD flags, const ScopedVariant* value, Args args,
+                       bool wantResult) const;
 
   ComPtr<IDispatch> object_;
   DispatchType* type_ = nullptr;
