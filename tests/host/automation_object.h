@@ -62,7 +62,7 @@ class AutomationObject : public IDispatch, public IConnectionPointContainer {
   HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) override;
   HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID iid, IConnectionPoint** point) override;
 
- // The simulated object behind it, when it was exposed as that type.
+  // The simulated object behind it, when it was exposed as that type.
   virtual const void* Target(const std::type_info& type) const { return nullptr; }
 
  protected:
@@ -89,7 +89,8 @@ class AutomationObject : public IDispatch, public IConnectionPointContainer {
 };
 
 // A member of an interface: get runs a property get or a method; put a
-// property put (by reference only when byReference).
+// property put (only by reference, DISPATCH_PROPERTYPUTREF, when
+// byReference, as an object property's Set).
 template <class Target>
 struct Member {
   using Getter = std::function<com::ScopedVariant(Target&, const com::DispatchArgs&)>;
