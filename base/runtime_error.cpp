@@ -20,6 +20,9 @@ std::string StandardDescription(std::int32_t number) {
     case err::kPathFileAccess: return "Path/File access error";
     case err::kObjectNotSet: return "Object variable or With block variable not set";
     case err::kCannotCreateObject: return "ActiveX component can't create object";
+    case err::kObjectDoesntSupport: return "Object doesn't support this property or method";
+    case err::kArgumentNotOptional: return "Argument not optional";
+    case err::kWrongArgumentCount: return "Wrong number of arguments or invalid property assignment";
     default: return "Application-defined or object-defined error";
   }
 }

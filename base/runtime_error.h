@@ -25,6 +25,9 @@ inline constexpr std::int32_t kFileNotFound = 53;
 inline constexpr std::int32_t kPathFileAccess = 75;
 inline constexpr std::int32_t kObjectNotSet = 91;
 inline constexpr std::int32_t kCannotCreateObject = 429;
+inline constexpr std::int32_t kObjectDoesntSupport = 438;
+inline constexpr std::int32_t kArgumentNotOptional = 449;
+inline constexpr std::int32_t kWrongArgumentCount = 450;
 }  // namespace err
 
 // The runtime's standard description of a number ("Type mismatch" for 13);

@@ -9,6 +9,7 @@
 #include "platform/locale.h"
 #include "platform/pattern_locale.h"
 #include "platform/win_text.h"
+#include "win/com/bstr.h"
 
 namespace qorvane {
 
@@ -21,11 +22,9 @@ class WindowsLocale final : public Locale {
   std::string Name() const override { return name_; }
 
   std::string FormatGeneralDate(double date) const override {
-    BSTR text = nullptr;
-    if (FAILED(VarBstrFromDate(date, lcid_, 0, &text)) || !text) return {};
-    std::string utf8 = Utf8FromWide(text, static_cast<int>(SysStringLen(text)));
-    SysFreeString(text);
-    return utf8;
+    com::Bstr text;
+    if (FAILED(VarBstrFromDate(date, lcid_, 0, text.put()))) return {};
+    return text.Utf8();
   }
 
   std::optional<double> ParseDate(std::string_view text) const override {

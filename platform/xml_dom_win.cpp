@@ -12,64 +12,17 @@
 
 #include "base/runtime_error.h"
 #include "platform/xml_dom.h"
-#include "platform/win_text.h"
+#include "win/com/apartment.h"
+#include "win/com/bstr.h"
+#include "win/com/com_ptr.h"
+#include "win/com/variant.h"
 
 namespace qorvane::xml {
 namespace {
 
-// Owns one reference of a COM interface.
+using com::Bstr;
 template <class T>
-class Com {
- public:
-  Com() = default;
-  Com(const Com& other) : p_(other.p_) {
-    if (p_) p_->AddRef();
-  }
-  Com(Com&& other) noexcept : p_(std::exchange(other.p_, nullptr)) {}
-  Com& operator=(Com other) noexcept {
-    std::swap(p_, other.p_);
-    return *this;
-  }
-  ~Com() {
-    if (p_) p_->Release();
-  }
-
-  T* get() const { return p_; }
-  T* operator->() const { return p_; }
-  explicit operator bool() const { return p_ != nullptr; }
-  // For out-parameters: releases what is held first.
-  T** put() {
-    *this = Com();
-    return &p_;
-  }
-
- private:
-  T* p_ = nullptr;
-};
-
-class Bstr {
- public:
-  Bstr() = default;
-  explicit Bstr(const std::string& utf8) {
-    const std::wstring wide = WideFromUtf8(utf8);
-    b_ = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
-    if (!b_) Raise(err::kOutOfMemory);
-  }
-  Bstr(const Bstr&) = delete;
-  Bstr& operator=(const Bstr&) = delete;
-  ~Bstr() { SysFreeString(b_); }
-
-  BSTR get() const { return b_; }
-  BSTR* put() {
-    SysFreeString(b_);
-    b_ = nullptr;
-    return &b_;
-  }
-  std::string Utf8() const { return Utf8FromWide(b_, static_cast<int>(SysStringLen(b_))); }
-
- private:
-  BSTR b_ = nullptr;
-};
+using Com = com::ComPtr<T>;
 
 // A failed DOM call raises its HRESULT, as a late-bound call would.
 void Check(HRESULT hr, const char* what) {
@@ -115,12 +68,9 @@ class MsxmlElement final : public Element {
 
   void InsertBefore(const ElementRef& child, const ElementRef& reference) override {
     if (!reference) return AppendChild(child);
-    VARIANT before;
-    VariantInit(&before);
-    before.vt = VT_UNKNOWN;
-    before.punkVal = Of(reference);  // borrowed: not cleared below
+    const com::ScopedVariant before(static_cast<IDispatch*>(Of(reference)));
     Com<IXMLDOMNode> placed;
-    Check(node_->insertBefore(Of(child), before, placed.put()), "insertBefore");
+    Check(node_->insertBefore(Of(child), before.get(), placed.put()), "insertBefore");
   }
 
   void RemoveChild(const ElementRef& child) override {
@@ -185,21 +135,10 @@ class MsxmlDocument final : public Document {
   Com<IXMLDOMDocument> doc_;
 };
 
-// The host has normally initialised COM on its UI thread already; a test or
-// tool thread may not have. Either answer (including a different apartment
-// chosen by somebody else) leaves COM usable for the in-process DOM, so the
-// result is not checked, and the initialisation is kept for the thread's life.
-void EnsureCom() {
-  thread_local bool initialised = false;
-  if (initialised) return;
-  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  initialised = true;
-}
-
 }  // namespace
 
 std::unique_ptr<Document> CreateDocument() {
-  EnsureCom();
+  com::EnsureComOnThisThread();
   HRESULT last = REGDB_E_CLASSNOTREG;
   for (const wchar_t* progId : {L"Msxml2.DOMDocument.6.0", L"Msxml2.DOMDocument"}) {
     CLSID clsid;

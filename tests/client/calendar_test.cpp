@@ -86,7 +86,7 @@ class CalendarTest : public ClientTest<F> {
     return starts;
   }
 };
-TYPED_TEST_SUITE(CalendarTest, ClientFixtures);
+TYPED_TEST_SUITE(CalendarTest, ClientFixtures, FixtureNames);
 
 TYPED_TEST(CalendarTest, RecurringAppointmentExpandsIntoItsOccurrences) {
   const auto calendar = this->Folder(client::olFolderCalendar)->Items();

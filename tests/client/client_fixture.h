@@ -12,10 +12,13 @@
 //   OpenInspector(item) / CloseInspector(inspector)   without saving
 //   Select(explorer, items)            the user's selection
 //   Click(control)                     the user clicks a command bar control
+//   SendFromUser(mail)                 the user presses Send (ItemSend, then
+//                                      sent unless a handler cancels)
+//   RaiseSyncError(code, description)  the running Send/Receive reports an error
 //   SetSafeMailInstalled(bool)         the safe-mail library (un)installed
 //   MarkUnresolvable(recipient)        the address book does not know it
-// The simulated client's fixture is sim_fixture.h; a fixture for the COM
-// binding implements the same members and joins ClientFixtures.
+// The simulated client's fixture is sim_fixture.h, the COM binding's
+// com_fixture.h; both are in ClientFixtures.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -37,7 +40,7 @@ concept ClientFixture =
     requires(F& f, const Ref<client::MAPIFolder>& folder, const Ref<client::Item>& item,
              const Ref<client::Explorer>& explorer, const Ref<client::Inspector>& inspector,
              const Ref<client::CommandBarControl>& control, const std::vector<Ref<client::Item>>& items,
-             const std::string& text) {
+             const Ref<client::MailItem>& mail, const std::string& text) {
       { f.App() } -> std::same_as<Ref<client::Application>>;
       { f.AddMail(folder, text, text) } -> std::same_as<Ref<client::MailItem>>;
       { f.OpenExplorer(folder) } -> std::same_as<Ref<client::Explorer>>;
@@ -46,6 +49,8 @@ concept ClientFixture =
       f.CloseInspector(inspector);
       f.Select(explorer, items);
       f.Click(control);
+      { f.SendFromUser(mail) } -> std::same_as<bool>;
+      f.RaiseSyncError(1L, text);
       f.SetSafeMailInstalled(true);
       f.MarkUnresolvable(text);
     };

@@ -17,7 +17,7 @@ class FoldersTest : public ClientTest<F> {
     return names;
   }
 };
-TYPED_TEST_SUITE(FoldersTest, ClientFixtures);
+TYPED_TEST_SUITE(FoldersTest, ClientFixtures, FixtureNames);
 
 TYPED_TEST(FoldersTest, DefaultAndAddedFoldersSitUnderTheStoreRoot) {
   const std::tuple<long, const char*, long> cases[] = {

@@ -56,7 +56,7 @@ class ItemsTest : public ClientTest<F> {
 
   const fs::path folder_ = fs::temp_directory_path() / ("qorvane-attach-" + std::to_string(std::random_device()()));
 };
-TYPED_TEST_SUITE(ItemsTest, ClientFixtures);
+TYPED_TEST_SUITE(ItemsTest, ClientFixtures, FixtureNames);
 
 TYPED_TEST(ItemsTest, NewItemHasNoEntryIdUntilSavedInItsFolder) {
   for (const auto& [itemType, itemClass, home] :

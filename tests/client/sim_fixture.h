@@ -1,11 +1,18 @@
 // The conformance suite's fixture for the simulated client, and the list of
-// fixtures the typed tests run over.
+// fixtures the typed tests run over: on Windows builds also the COM binding
+// over the simulated client behind IDispatch.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <type_traits>
+
 #include "sim/sim_client.h"
 #include "tests/client/client_fixture.h"
+#ifdef _WIN32
+#include "tests/client/com_fixture.h"
+#endif
 
 namespace client_conformance {
 
@@ -22,6 +29,8 @@ class SimFixture : sim::SimClient {
     return SimClient::AddMail(folder, subject, to);
   }
   using SimClient::Click;
+  using SimClient::RaiseSyncError;
+  using SimClient::SendFromUser;
   using SimClient::CloseExplorer;
   using SimClient::CloseInspector;
   using SimClient::MarkUnresolvable;
@@ -33,6 +42,19 @@ class SimFixture : sim::SimClient {
 
 static_assert(ClientFixture<SimFixture>);
 
+#ifdef _WIN32
+static_assert(ClientFixture<ComFixture>);
+using ClientFixtures = ::testing::Types<SimFixture, ComFixture>;
+#else
 using ClientFixtures = ::testing::Types<SimFixture>;
+#endif
+
+// Names the typed tests after their fixture: FoldersTest/Sim.X, .../Com.X.
+struct FixtureNames {
+  template <class F>
+  static std::string GetName(int) {
+    return std::is_same_v<F, SimFixture> ? "Sim" : "Com";
+  }
+};
 
 }  // namespace client_conformance

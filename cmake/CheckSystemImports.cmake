@@ -1,0 +1,23 @@
+# Fails unless every given Windows binary imports only system DLLs: the
+# static link keeps the mingw runtime (libstdc++, libgcc, winpthread) inside.
+# Run with -DOBJDUMP=<objdump> -DFILES=<a;b;...> -P CheckSystemImports.cmake.
+cmake_minimum_required(VERSION 3.25)
+set(allowed kernel32 advapi32 user32 gdi32 ole32 oleaut32 shell32 comdlg32 comctl32 msvcrt)
+foreach(file IN LISTS FILES)
+  execute_process(COMMAND ${OBJDUMP} -p ${file} OUTPUT_VARIABLE dump RESULT_VARIABLE failed)
+  if(failed)
+    message(FATAL_ERROR "${OBJDUMP} cannot read ${file}")
+  endif()
+  string(REGEX MATCHALL "DLL Name: [^\r\n]+" imports "${dump}")
+  if(NOT imports)
+    message(FATAL_ERROR "${file}: no imports found")
+  endif()
+  foreach(import IN LISTS imports)
+    string(REGEX REPLACE "DLL Name: ([^.]+)\\.[dD][lL][lL]" "\\1" name "${import}")
+    string(TOLOWER "${name}" name)
+    if(NOT name IN_LIST allowed)
+      message(FATAL_ERROR "${file} imports ${name}.dll, which is not a system DLL")
+    endif()
+  endforeach()
+  message(STATUS "${file}: system DLLs only")
+endforeach()
