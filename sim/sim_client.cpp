@@ -3,7 +3,7 @@
 #include "sim/sim_client.h"
 
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/sim_application.h"
 #include "sim/sim_command_bars.h"
 #include "sim/sim_folder.h"
@@ -114,7 +114,7 @@ int SimClient::SavedCount(const Ref<client::View>& view) const { return Own<SimV
 void SimClient::SetSafeMailInstalled(bool installed) { world_->safeMailInstalled = installed; }
 
 void SimClient::MarkUnresolvable(const std::string& recipient) {
-  world_->unresolvable.push_back(LowerAscii(recipient));
+  world_->unresolvable.push_back(qorvane::LCase(recipient));
 }
 
 const std::vector<SentMail>& SimClient::SendLog() const { return world_->sendLog; }

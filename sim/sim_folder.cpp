@@ -2,7 +2,7 @@
 #include "sim/sim_folder.h"
 
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/sim_items.h"
 #include "sim/sim_views.h"
 #include "sim/world.h"
@@ -64,7 +64,7 @@ client::Ref<client::Views> SimFolder::Views() {
 
 std::shared_ptr<SimFolder> SimFolder::AddChild(const std::string& childName, long itemType) {
   for (const auto& child : children) {
-    if (EqualsNoCase(child->name, childName)) qorvane::Raise(fault::kDispatchException, "Cannot create the folder.");
+    if (qorvane::EqualsIgnoringCase(child->name, childName)) qorvane::Raise(fault::kDispatchException, "Cannot create the folder.");
   }
   children.push_back(std::make_shared<SimFolder>(world, childName, itemType, this));
   return children.back();
