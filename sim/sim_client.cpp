@@ -108,6 +108,10 @@ void SimClient::Select(const Ref<client::Explorer>& explorer, const std::vector<
 
 void SimClient::Click(const Ref<client::CommandBarControl>& control) { Own<SimCommandBarControl>(control).Click(); }
 
+void SimClient::RenameFolder(const Ref<client::MAPIFolder>& folder, const std::string& name) {
+  OwnFolder(folder)->Rename(name);
+}
+
 int SimClient::AppliedCount(const Ref<client::View>& view) const { return Own<SimView>(view).Applied(); }
 int SimClient::SavedCount(const Ref<client::View>& view) const { return Own<SimView>(view).Saved(); }
 
