@@ -183,6 +183,48 @@ TEST(XmlColumnExists, ComparesThePropTextOfColumnsExactly) {
   }
 }
 
+// A prop nested ever deeper, holding one text at the bottom.
+std::string DeepProp(int depth) {
+  std::string xml = "<view><column><prop>";
+  for (int i = 0; i < depth; ++i) xml += "<b>";
+  xml += kFromProp;
+  for (int i = 0; i < depth; ++i) xml += "</b>";
+  return xml + "</prop></column></view>";
+}
+
+// A hostile definition is refused whole rather than walked: nesting deeper
+// than MSXML 6 loads (256 elements) does not load on either DOM, and one
+// beyond 1 MiB is not even parsed. Nothing crashes, the view stays as it
+// was, and the log says why.
+TEST(XmlHostileViews, AreRefusedNotWalked) {
+  for (const int depth : {200, 300, 100000}) {
+    auto doc = qorvane::xml::CreateDocument();
+    EXPECT_EQ(doc->LoadXml(DeepProp(depth)), depth == 200) << depth;
+    if (depth == 200) {
+      EXPECT_EQ(doc->DocumentElement()->SelectSingleNode("column")->SelectSingleNode("prop")->Text(), kFromProp);
+    }
+  }
+  std::string huge = kOutdated;
+  huge.insert(huge.find("</view>"), "<pad>" + std::string(std::size_t{1} << 20, 'x') + "</pad>");
+  const struct {
+    std::string xml;
+    const char* logged;
+  } cases[] = {
+      {DeepProp(100000), "Error(91) : Xml.ColumnExists"},
+      {huge, "Error(7) : Xml.ColumnExists\tThe view's XML definition is"},
+  };
+  for (const auto& c : cases) {
+    Session s;
+    const auto view = s.ViewOf(c.xml);
+    EXPECT_FALSE(Xml::ColumnExists(view, kFromProp));
+    EXPECT_TRUE(Xml::AddTableViewUserColumn(view, "To", kToProp, "string", "", "", 0) == (c.xml != huge));
+    EXPECT_FALSE(Xml::RemoveColumn(view, kFromProp));
+    EXPECT_EQ(view->XML(), c.xml) << "left alone";
+    EXPECT_EQ(s.sim.CallCount("View.Save"), 0);
+    EXPECT_TRUE(s.log.LogContains(c.logged)) << s.log.LogText().substr(0, 300);
+  }
+}
+
 // --- The folder and its view -------------------------------------------------
 
 TEST(GetQorvaneFolder, CreatesTheFolderBesideTheInboxWithItsView) {
