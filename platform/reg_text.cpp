@@ -444,8 +444,9 @@ class Parser {
   // Values in name order, each name once: the first spelling read, with the
   // data read last.
   static std::vector<RegValue> MergedValues(std::vector<RegValue> values) {
-    std::stable_sort(values.begin(), values.end(),
-                     [](const RegValue& a, const RegValue& b) { return CompareNames(a.name, b.name) < 0; });
+    const auto byName = [](const RegValue& a, const RegValue& b) { return CompareNames(a.name, b.name) < 0; };
+    // Files we wrote are in order already; checking is cheaper than sorting.
+    if (!std::is_sorted(values.begin(), values.end(), byName)) std::stable_sort(values.begin(), values.end(), byName);
     std::vector<RegValue> merged;
     merged.reserve(values.size());
     for (RegValue& value : values) {
@@ -472,7 +473,9 @@ class Parser {
       key.values = MergedValues(std::move(pending.values));
       key.subkeys.reserve(pending.children.size());
       for (const std::uint32_t child : pending.children) key.subkeys.push_back(std::move(built[child]));
-      std::sort(key.subkeys.begin(), key.subkeys.end(), byName);
+      if (!std::is_sorted(key.subkeys.begin(), key.subkeys.end(), byName)) {
+        std::sort(key.subkeys.begin(), key.subkeys.end(), byName);
+      }
     }
     for (int hive = 0; hive < kHiveCount; ++hive) tree_.hives[hive] = std::move(built[hive]);
   }
