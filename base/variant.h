@@ -51,11 +51,35 @@ class Variant {
   std::variant<std::monostate, bool, std::int32_t, double, DateValue, std::string> value_;
 };
 
-// Parses numeric text the way IsNumeric accepts it: surrounding blanks, an
-// optional sign, digits with an optional '.', an optional exponent.
+// The separators the runtime reads numbers with, as the user's locale has
+// them: "1,000.5" in en-US, "1.000,5" in de-DE. An empty thousands separator
+// groups nothing.
+struct NumberSeparators {
+  std::string decimal = ".";
+  std::string thousands = ",";
+};
+
+// Where the current separators come from. The locale service installs its
+// own (platform/locale.h), so that conversions follow the current locale
+// without this layer knowing about locales; until then, "." and ",".
+using NumberSeparatorsSource = NumberSeparators (*)();
+// Returns the source it replaces.
+NumberSeparatorsSource SetNumberSeparatorsSource(NumberSeparatorsSource source) noexcept;
+NumberSeparators CurrentNumberSeparators();
+
+// Reads numeric text as IsNumeric and CLng read it (without a currency
+// symbol): white space around it; a sign in front or behind, or parentheses
+// for a negative number; digits, grouped by the thousands separator anywhere
+// after the first digit ("1,000", also "1,5" = 15 where "," groups); the
+// decimal separator and more digits; an exponent (e3, E-2); or a hexadecimal
+// (&H1F) or octal (&O17) literal, whose 32 bits read as a signed Long
+// (&HFFFFFFFF is -1). Nothing when the text is not a number.
+std::optional<double> ParseNumber(std::string_view text, const NumberSeparators& separators);
+// The same with the current separators.
 std::optional<double> ParseNumber(std::string_view text);
 
 // CLng: rounds half to even; raises 13 for non-numeric text, 6 out of range.
+// Text is read with the current separators.
 std::int32_t CLng(double value);
 std::int32_t CLng(std::string_view text);
 // CBool of text: a number (non-zero is true) or "True"/"False" in any case;

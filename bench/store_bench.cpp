@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/ole_date.h"
-#include "dialogs/ignore_list.h"
+#include "infra/ignore_list.h"
 #include "platform/locale.h"
 #include "schedule/mail_props.h"
 #include "sim/sim_client.h"

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <vector>
 
+#include "base/runtime_text.h"
 #include "infra/cdebug.h"
 #include "infra/error_trap.h"
 
@@ -121,6 +121,29 @@ std::string CWinReg::ReadString(const std::string& name) {
   return std::string(reinterpret_cast<const char*>(buffer.data()), size - 1);
 }
 
+std::string CWinReg::ReadText(const std::string& name) {
+  if (m_hKey == 0) return "";
+  // The value may change between asking its size and reading it (another
+  // process saving the same setting), so ask again when it grew.
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    std::uint32_t type = 0;
+    std::uint32_t size = 0;
+    if (reg::QueryValueEx(m_hKey, name, &type, nullptr, &size) != reg::kSuccess) return "";
+    if ((type != reg::kRegSz && type != reg::kRegExpandSz) || size > kMaxTextSize) return "";
+    // One byte more than stored, for the terminator a string stored without
+    // one is given.
+    std::vector<std::uint8_t> buffer(size + 1);
+    std::uint32_t got = size + 1;
+    const reg::Result rc = reg::QueryValueEx(m_hKey, name, &type, buffer.data(), &got);
+    if (rc == reg::kMoreData) continue;
+    if (rc != reg::kSuccess || (type != reg::kRegSz && type != reg::kRegExpandSz)) return "";
+    std::string text(reinterpret_cast<const char*>(buffer.data()), std::min<std::uint32_t>(got, size + 1));
+    if (!text.empty() && text.back() == '\0') text.pop_back();
+    return text;
+  }
+  return "";
+}
+
 bool CWinReg::WriteLong(const std::string& name, std::int32_t value) {
   if (m_hKey == 0) return false;
   std::uint8_t bytes[4];
@@ -142,11 +165,7 @@ std::int32_t CWinReg::ReadLong(const std::string& name, std::int32_t) {
 
 bool CWinReg::WriteBool(const std::string& name, bool value) { return WriteString(name, value ? "yes" : "no"); }
 
-bool CWinReg::ReadBool(const std::string& name) {
-  std::string text = ReadString(name);
-  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
-  return text == "yes";
-}
+bool CWinReg::ReadBool(const std::string& name) { return qorvane::LCase(ReadString(name)) == "yes"; }
 
 std::optional<std::uint32_t> CWinReg::ValueType(const std::string& name) {
   if (m_hKey == 0) return std::nullopt;

@@ -27,6 +27,9 @@ class CWinReg {
   // The longest text ReadString returns, terminator included.
   static constexpr std::uint32_t kReadBufferSize = 256;
   static constexpr std::uint32_t kNameBufferSize = 255;
+  // The longest text ReadText takes in: far beyond any setting, small enough
+  // that a damaged value cannot exhaust memory.
+  static constexpr std::uint32_t kMaxTextSize = 1u << 20;
 
   CWinReg() = default;
   ~CWinReg();
@@ -50,7 +53,14 @@ class CWinReg {
 
   bool CloseKey();
   bool WriteString(const std::string& name, const std::string& value);
+  // "" unless the value is a string of at most 255 characters: the add-in's
+  // own values have always been read through a 256-character buffer, and a
+  // longer one fails rather than being cut.
   std::string ReadString(const std::string& name);
+  // A string value of any length up to kMaxTextSize bytes, without the
+  // terminator; "" when it is missing, not a string, or longer. This is how
+  // the runtime's settings store is read: it has no 256-character limit.
+  std::string ReadText(const std::string& name);
   bool WriteLong(const std::string& name, std::int32_t value);
   // The second argument is accepted and ignored.
   std::int32_t ReadLong(const std::string& name, std::int32_t ignored = 0);

@@ -14,8 +14,9 @@ std::string GetSetting(std::string_view appName, std::string_view section, std::
   CWinReg reg;
   if (!reg.InitForRead(CWinReg::HKEY_CURRENT_USER, StoreKeyPath(appName, section))) return std::string(defaultValue);
   // A missing value reads as the default; an empty string that is really
-  // stored stays empty.
-  if (reg.ValueType(std::string(key))) return reg.ReadString(std::string(key));
+  // stored stays empty. The store has no length limit (an ignore list is
+  // easily longer than 255 characters).
+  if (reg.ValueType(std::string(key))) return reg.ReadText(std::string(key));
   return std::string(defaultValue);
 }
 

@@ -1,6 +1,7 @@
 // The user's locale as the add-in needs it: the runtime's "general date"
 // text of a date-time (CStr of a date) and its reverse (CDate), the time
-// format pattern, the time separator and the first day of the week.
+// format pattern, the time separator, the first day of the week, and the
+// separators numbers are read with.
 //
 // Lifecycle: one process-wide current locale, chosen at start-up from the
 // user's settings (Windows: the user default locale; POSIX: LC_ALL, LC_TIME,
@@ -43,6 +44,11 @@ class Locale {
 
   // 1 = Sunday .. 7 = Saturday.
   virtual int FirstDayOfWeek() const = 0;
+
+  // "." and "," in en-US, "," and "." in de-DE; the thousands separator may
+  // be empty (no grouping) or a no-break space.
+  virtual std::string DecimalSeparator() const = 0;
+  virtual std::string ThousandSeparator() const = 0;
 };
 
 // The process-wide current locale.
@@ -54,5 +60,10 @@ bool SelectLocale(std::string_view name);
 
 // Back to the user's own locale settings.
 void SelectUserLocale();
+
+// Makes base's number conversions (CLng, IsNumeric) read with the current
+// locale's separators, whichever locale is current when they run. Each
+// platform's locale file calls it once at start-up; true for that purpose.
+bool FollowLocaleInNumberConversions();
 
 }  // namespace qorvane

@@ -1,5 +1,6 @@
 // The current locale on POSIX: a built-in table row when the name is one we
-// know, else patterns converted from the glibc locale's nl_langinfo, else en-US.
+// know, else patterns and separators from the glibc locale's nl_langinfo,
+// else en-US.
 #include <langinfo.h>
 #include <locale.h>
 
@@ -16,6 +17,8 @@ namespace qorvane {
 namespace {
 
 std::unique_ptr<PatternLocale> g_current;
+
+[[maybe_unused]] const bool kNumbersFollowLocale = FollowLocaleInNumberConversions();
 
 LocalePatterns UnitedStates() { return *BuiltinLocalePatterns("en-US"); }
 
@@ -36,7 +39,7 @@ int FirstDayOfWeekOf(locale_t locale) {
 
 // Patterns read from an installed glibc locale; nothing when it isn't installed.
 std::optional<LocalePatterns> GlibcPatterns(const std::string& name) {
-  locale_t locale = newlocale(LC_TIME_MASK, name.c_str(), static_cast<locale_t>(0));
+  locale_t locale = newlocale(LC_TIME_MASK | LC_NUMERIC_MASK, name.c_str(), static_cast<locale_t>(0));
   if (locale == static_cast<locale_t>(0)) return std::nullopt;
   LocalePatterns p;
   p.name = name;
@@ -45,7 +48,10 @@ std::optional<LocalePatterns> GlibcPatterns(const std::string& name) {
   p.am = nl_langinfo_l(AM_STR, locale);
   p.pm = nl_langinfo_l(PM_STR, locale);
   p.firstDayOfWeek = FirstDayOfWeekOf(locale);
+  p.decimal = nl_langinfo_l(RADIXCHAR, locale);
+  p.thousands = nl_langinfo_l(THOUSEP, locale);
   freelocale(locale);
+  if (p.decimal.empty()) p.decimal = ".";
   // Locales on a 24-hour clock often leave the designators empty; a "tt" in
   // a pattern must still write something.
   if (p.am.empty()) p.am = "AM";

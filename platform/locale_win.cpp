@@ -45,6 +45,9 @@ class WindowsLocale final : public Locale {
     return (value[0] - '0' + 1) % 7 + 1;
   }
 
+  std::string DecimalSeparator() const override { return Info(LOCALE_SDECIMAL); }
+  std::string ThousandSeparator() const override { return Info(LOCALE_STHOUSAND); }
+
  private:
   std::string Info(LCTYPE type) const {
     wchar_t buffer[128] = {};
@@ -57,6 +60,8 @@ class WindowsLocale final : public Locale {
 };
 
 std::unique_ptr<WindowsLocale> g_current;
+
+[[maybe_unused]] const bool kNumbersFollowLocale = FollowLocaleInNumberConversions();
 
 }  // namespace
 

@@ -3,12 +3,12 @@
 #include "platform/pattern_locale.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <utility>
 #include <vector>
 
 #include "base/ole_date.h"
+#include "base/runtime_text.h"
 #include "platform/clock.h"
 
 namespace qorvane {
@@ -23,12 +23,14 @@ struct BuiltinRow {
   const char* am;
   const char* pm;
   int firstDayOfWeek;  // 1 = Sunday
+  const char* decimal;
+  const char* thousands;
 };
 
 // Read from GetLocaleInfoEx (LOCALE_SSHORTDATE, LOCALE_STIMEFORMAT, LOCALE_STIME,
-// LOCALE_S1159, LOCALE_S2359, LOCALE_IFIRSTDAYOFWEEK) under wine 8, because the
-// point of the table is that our text and the Windows build's text agree, and
-// the Windows build is tested there. Rows where recent Windows releases ship a
+// LOCALE_S1159, LOCALE_S2359, LOCALE_IFIRSTDAYOFWEEK, LOCALE_SDECIMAL,
+// LOCALE_STHOUSAND) under wine 8, because the point of the table is that our
+// text and the Windows build's text agree, and the Windows build is tested there. Rows where recent Windows releases ship a
 // different default are marked; the difference never stops a read-back, since
 // "3.3.2025" and "03.03.2025" read the same.
 //
@@ -36,66 +38,59 @@ struct BuiltinRow {
 // "09.30.00" read as a date, on Windows too), ko-KR and zh-TW (the designator
 // comes before the time), hu-HU (trailing '.' after the day) and fr-CA
 // ("09 h 30 min"); wine cannot read its own text back for any of them.
+constexpr const char* kNoBreakSpace = "\xC2\xA0";
+
 constexpr BuiltinRow kBuiltinRows[] = {
-    {"en-US", "M/d/yyyy", "h:mm:ss tt", ":", "AM", "PM", 1},
-    {"en-GB", "dd/MM/yyyy", "HH:mm:ss", ":", "am", "pm", 2},
+    {"en-US", "M/d/yyyy", "h:mm:ss tt", ":", "AM", "PM", 1, ".", ","},
+    {"en-GB", "dd/MM/yyyy", "HH:mm:ss", ":", "am", "pm", 2, ".", ","},
     // Recent Windows: d/MM/yyyy and AM/PM.
-    {"en-AU", "dd/MM/yyyy", "h:mm:ss tt", ":", "am", "pm", 2},
+    {"en-AU", "dd/MM/yyyy", "h:mm:ss tt", ":", "am", "pm", 2, ".", ","},
     // Recent Windows: yyyy-MM-dd.
-    {"en-CA", "M/d/yyyy", "h:mm:ss tt", ":", "a.m.", "p.m.", 1},
-    {"en-NZ", "d/MM/yyyy", "h:mm:ss tt", ":", "am", "pm", 2},
-    {"en-IE", "d/M/yyyy", "HH:mm:ss", ":", "am", "pm", 2},
-    {"en-IN", "d/M/yyyy", "h:mm:ss tt", ":", "am", "pm", 1},
-    {"en-ZA", "yyyy/MM/dd", "HH:mm:ss", ":", "am", "pm", 1},
+    {"en-CA", "M/d/yyyy", "h:mm:ss tt", ":", "a.m.", "p.m.", 1, ".", ","},
+    {"en-NZ", "d/MM/yyyy", "h:mm:ss tt", ":", "am", "pm", 2, ".", ","},
+    {"en-IE", "d/M/yyyy", "HH:mm:ss", ":", "am", "pm", 2, ".", ","},
+    {"en-IN", "d/M/yyyy", "h:mm:ss tt", ":", "am", "pm", 1, ".", ","},
+    {"en-ZA", "yyyy/MM/dd", "HH:mm:ss", ":", "am", "pm", 1, ",", kNoBreakSpace},
     // Recent Windows: dd.MM.yyyy.
-    {"de-DE", "d.M.yyyy", "HH:mm:ss", ":", "AM", "PM", 2},
-    {"de-AT", "d.M.yyyy", "HH:mm:ss", ":", "AM", "PM", 2},
-    {"de-CH", "d.M.yyyy", "HH:mm:ss", ":", "AM", "PM", 2},
-    {"fr-FR", "dd/MM/yyyy", "HH:mm:ss", ":", "AM", "PM", 2},
-    {"fr-BE", "dd/MM/yyyy", "HH:mm:ss", ":", "AM", "PM", 2},
-    {"fr-CH", "dd.MM.yyyy", "HH:mm:ss", ":", "AM", "PM", 2},
+    {"de-DE", "d.M.yyyy", "HH:mm:ss", ":", "AM", "PM", 2, ",", "."},
+    {"de-AT", "d.M.yyyy", "HH:mm:ss", ":", "AM", "PM", 2, ",", kNoBreakSpace},
+    {"de-CH", "d.M.yyyy", "HH:mm:ss", ":", "AM", "PM", 2, ".", "\xE2\x80\x99"},
+    {"fr-FR", "dd/MM/yyyy", "HH:mm:ss", ":", "AM", "PM", 2, ",", kNoBreakSpace},
+    {"fr-BE", "dd/MM/yyyy", "HH:mm:ss", ":", "AM", "PM", 2, ",", kNoBreakSpace},
+    {"fr-CH", "dd.MM.yyyy", "HH:mm:ss", ":", "AM", "PM", 2, ",", kNoBreakSpace},
     // Recent Windows: dd/MM/yyyy.
-    {"es-ES", "d/M/yyyy", "H:mm:ss", ":", "a. m.", "p. m.", 2},
-    {"es-MX", "d/M/yyyy", "HH:mm:ss", ":", "a. m.", "p. m.", 1},
+    {"es-ES", "d/M/yyyy", "H:mm:ss", ":", "a. m.", "p. m.", 2, ",", "."},
+    {"es-MX", "d/M/yyyy", "HH:mm:ss", ":", "a. m.", "p. m.", 1, ".", ","},
     // Recent Windows: dd/MM/yyyy.
-    {"it-IT", "d/M/yyyy", "HH:mm:ss", ":", "AM", "PM", 2},
-    {"nl-NL", "d-M-yyyy", "HH:mm:ss", ":", "a.m.", "p.m.", 2},
-    {"nl-BE", "d/M/yyyy", "HH:mm:ss", ":", "a.m.", "p.m.", 2},
-    {"pt-BR", "dd/MM/yyyy", "HH:mm:ss", ":", "AM", "PM", 1},
+    {"it-IT", "d/M/yyyy", "HH:mm:ss", ":", "AM", "PM", 2, ",", "."},
+    {"nl-NL", "d-M-yyyy", "HH:mm:ss", ":", "a.m.", "p.m.", 2, ",", "."},
+    {"nl-BE", "d/M/yyyy", "HH:mm:ss", ":", "a.m.", "p.m.", 2, ",", "."},
+    {"pt-BR", "dd/MM/yyyy", "HH:mm:ss", ":", "AM", "PM", 1, ",", "."},
     // Recent Windows: Monday first.
-    {"pt-PT", "dd/MM/yyyy", "HH:mm:ss", ":", "a.m.", "p.m.", 1},
-    {"sv-SE", "yyyy-MM-dd", "HH:mm:ss", ":", "fm", "em", 2},
-    {"nb-NO", "d.M.yyyy", "HH:mm:ss", ":", "a.m.", "p.m.", 2},
+    {"pt-PT", "dd/MM/yyyy", "HH:mm:ss", ":", "a.m.", "p.m.", 1, ",", kNoBreakSpace},
+    {"sv-SE", "yyyy-MM-dd", "HH:mm:ss", ":", "fm", "em", 2, ",", kNoBreakSpace},
+    {"nb-NO", "d.M.yyyy", "HH:mm:ss", ":", "a.m.", "p.m.", 2, ",", kNoBreakSpace},
     // Recent Windows: dd.MM.yyyy.
-    {"pl-PL", "d.MM.yyyy", "HH:mm:ss", ":", "AM", "PM", 2},
-    {"ru-RU", "dd.MM.yyyy", "HH:mm:ss", ":", "AM", "PM", 2},
-    {"cs-CZ", "d. M. yyyy", "H:mm:ss", ":", "dop.", "odp.", 2},
-    {"tr-TR", "dd.MM.yyyy", "HH:mm:ss", ":", "\xC3\x96\xC3\x96", "\xC3\x96S", 2},
+    {"pl-PL", "d.MM.yyyy", "HH:mm:ss", ":", "AM", "PM", 2, ",", kNoBreakSpace},
+    {"ru-RU", "dd.MM.yyyy", "HH:mm:ss", ":", "AM", "PM", 2, ",", kNoBreakSpace},
+    {"cs-CZ", "d. M. yyyy", "H:mm:ss", ":", "dop.", "odp.", 2, ",", kNoBreakSpace},
+    {"tr-TR", "dd.MM.yyyy", "HH:mm:ss", ":", "\xC3\x96\xC3\x96", "\xC3\x96S", 2, ",", "."},
     // Recent Windows: yyyy/MM/dd.
-    {"ja-JP", "yyyy/M/d", "H:mm:ss", ":", "\xE5\x8D\x88\xE5\x89\x8D", "\xE5\x8D\x88\xE5\xBE\x8C", 1},
-    {"zh-CN", "yyyy/M/d", "HH:mm:ss", ":", "\xE4\xB8\x8A\xE5\x8D\x88", "\xE4\xB8\x8B\xE5\x8D\x88", 2},
+    {"ja-JP", "yyyy/M/d", "H:mm:ss", ":", "\xE5\x8D\x88\xE5\x89\x8D", "\xE5\x8D\x88\xE5\xBE\x8C", 1, ".", ","},
+    {"zh-CN", "yyyy/M/d", "HH:mm:ss", ":", "\xE4\xB8\x8A\xE5\x8D\x88", "\xE4\xB8\x8B\xE5\x8D\x88", 2, ".", ","},
 };
 
 constexpr const char* kDayNames[] = {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
 constexpr const char* kMonthNames[] = {"January", "February", "March",     "April",   "May",      "June",
                                        "July",    "August",   "September", "October", "November", "December"};
 
-char Lower(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
-char Upper(char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); }
+// Region codes are ASCII letters by definition, so this is all the upper
+// case locale names need.
+char UpperAscii(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool IsDateSeparator(char c) { return c == '/' || c == '-' || c == '.'; }
-
-bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return Lower(x) == Lower(y); });
-}
-
-std::string_view TrimBlanks(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
 
 void AppendNumber(std::string& out, int value, int width) {
   std::string digits = std::to_string(value);
@@ -239,7 +234,7 @@ std::optional<std::vector<Token>> Tokenise(std::string_view text, const LocalePa
         if (designator.empty() || designator.size() <= bestLength) continue;
         const std::string_view candidate = text.substr(i, designator.size());
         const std::size_t end = i + designator.size();
-        if (EqualsIgnoreCase(candidate, designator) && (end >= text.size() || !IsAsciiLetter(text[end]))) {
+        if (EqualsIgnoringCase(candidate, designator) && (end >= text.size() || !IsAsciiLetter(text[end]))) {
           bestLength = designator.size();
           bestKind = kind;
         }
@@ -249,6 +244,9 @@ std::optional<std::vector<Token>> Tokenise(std::string_view text, const LocalePa
       i += bestLength;
     }
   }
+  // Blanks around the whole text say nothing.
+  if (!tokens.empty() && tokens.back().kind == TokenKind::Blank) tokens.pop_back();
+  if (!tokens.empty() && tokens.front().kind == TokenKind::Blank) tokens.erase(tokens.begin());
   return tokens;
 }
 
@@ -399,7 +397,7 @@ std::optional<double> PatternLocale::ParseDate(std::string_view text) const {
   const std::string& own = patterns_.timeSeparator;
   const bool usable = own.size() == 1 && !IsDigit(own[0]) && !IsBlank(own[0]) && !IsAsciiLetter(own[0]);
   const char timeSeparator = usable ? own[0] : ':';
-  const auto tokenised = Tokenise(TrimBlanks(text), patterns_, timeSeparator);
+  const auto tokenised = Tokenise(text, patterns_, timeSeparator);
   if (!tokenised || tokenised->empty()) return std::nullopt;
   const std::vector<Token>& t = *tokenised;
 
@@ -441,27 +439,22 @@ std::optional<double> PatternLocale::ParseDate(std::string_view text) const {
 }
 
 std::string NormaliseLocaleName(std::string_view name) {
-  name = TrimBlanks(name);
+  name = Trim(name);
   if (const auto cut = name.find_first_of(".@"); cut != std::string_view::npos) name = name.substr(0, cut);
   if (name == "C" || name == "POSIX") return std::string(name);
-  std::string out;
-  bool region = false;
-  for (const char c : name) {
-    if (c == '_' || c == '-') {
-      region = true;
-      out += '-';
-    } else {
-      out += region ? Upper(c) : Lower(c);
-    }
-  }
+  const std::size_t dash = name.find_first_of("_-");
+  std::string out = LCase(name.substr(0, dash));
+  if (dash == std::string_view::npos) return out;
+  for (const char c : name.substr(dash)) out += c == '_' ? '-' : UpperAscii(c);
   return out;
 }
 
 std::optional<LocalePatterns> BuiltinLocalePatterns(std::string_view name) {
   const std::string wanted = NormaliseLocaleName(name);
   for (const BuiltinRow& row : kBuiltinRows) {
-    if (EqualsIgnoreCase(wanted, row.name)) {
-      return LocalePatterns{row.name, row.shortDate, row.longTime, row.timeSeparator, row.am, row.pm, row.firstDayOfWeek};
+    if (EqualsIgnoringCase(wanted, row.name)) {
+      return LocalePatterns{row.name, row.shortDate,      row.longTime, row.timeSeparator, row.am,
+                            row.pm,   row.firstDayOfWeek, row.decimal,  row.thousands};
     }
   }
   return std::nullopt;

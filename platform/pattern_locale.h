@@ -25,6 +25,8 @@ struct LocalePatterns {
   std::string am;             // "AM"
   std::string pm;             // "PM"
   int firstDayOfWeek = 1;     // 1 = Sunday .. 7 = Saturday
+  std::string decimal = ".";
+  std::string thousands = ",";
 };
 
 class PatternLocale final : public Locale {
@@ -38,6 +40,8 @@ class PatternLocale final : public Locale {
   std::string ShortDateFormat() const override { return patterns_.shortDate; }
   std::string TimeSeparator() const override { return patterns_.timeSeparator; }
   int FirstDayOfWeek() const override { return patterns_.firstDayOfWeek; }
+  std::string DecimalSeparator() const override { return patterns_.decimal; }
+  std::string ThousandSeparator() const override { return patterns_.thousands; }
 
   // The order of day, month and year in the short date, which is also the
   // order numbers are read in.

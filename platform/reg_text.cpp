@@ -3,7 +3,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <unordered_map>
 #include <utility>
+
+#include "base/runtime_text.h"
+#include "base/utf8_text.h"
 
 namespace qorvane::registry {
 namespace {
@@ -11,68 +15,16 @@ namespace {
 constexpr std::string_view kHeader = "Windows Registry Editor Version 5.00";
 constexpr std::string_view kUtf8Bom = "\xEF\xBB\xBF";
 constexpr const char* kHiveNames[kHiveCount] = {"HKEY_CLASSES_ROOT", "HKEY_CURRENT_USER", "HKEY_LOCAL_MACHINE"};
+// The level of each hive's root, counted from the registry's own root.
+constexpr std::size_t kHiveLevels[kHiveCount] = {4, 3, 2};
 
 // ---------------------------------------------------------------------------
 // Names
 
-// Decodes one UTF-8 character at pos and advances past it. A byte that does
-// not start a well-formed sequence stands for itself as U+DC00+byte, so two
-// different malformed names never compare equal. valid tells which it was.
-char32_t NextCodePoint(std::string_view text, std::size_t& pos, bool& valid) noexcept {
-  const auto lead = static_cast<unsigned char>(text[pos]);
-  valid = true;
-  if (lead < 0x80) {
-    ++pos;
-    return lead;
-  }
-  std::size_t length = 0;
-  char32_t cp = 0;
-  char32_t minimum = 0;
-  if ((lead & 0xE0) == 0xC0) {
-    length = 2, cp = lead & 0x1F, minimum = 0x80;
-  } else if ((lead & 0xF0) == 0xE0) {
-    length = 3, cp = lead & 0x0F, minimum = 0x800;
-  } else if ((lead & 0xF8) == 0xF0) {
-    length = 4, cp = lead & 0x07, minimum = 0x10000;
-  }
-  if (length != 0 && pos + length <= text.size()) {
-    bool ok = true;
-    for (std::size_t i = 1; i < length && ok; ++i) {
-      const auto next = static_cast<unsigned char>(text[pos + i]);
-      ok = (next & 0xC0) == 0x80;
-      cp = (cp << 6) | (next & 0x3F);
-    }
-    if (ok && cp >= minimum && cp <= 0x10FFFF && (cp < 0xD800 || cp > 0xDFFF)) {
-      pos += length;
-      return cp;
-    }
-  }
-  valid = false;
-  ++pos;
-  return 0xDC00 + lead;
-}
-
-// Lower case for the alphabets settings names are written in: Latin with its
-// accented letters, Greek and Cyrillic. Wine folds names to lower case before
-// it compares them, so "_" (0x5F) sorts before "a" and "A" alike.
-char32_t FoldCase(char32_t c) noexcept {
-  if (c < 0x80) return (c >= 'A' && c <= 'Z') ? c + 0x20 : c;
-  if (c >= 0xC0 && c <= 0xDE && c != 0xD7) return c + 0x20;
-  if (c == 0x130) return 'i';
-  if (c == 0x178) return 0xFF;
-  if ((c >= 0x100 && c <= 0x137) || (c >= 0x14A && c <= 0x177)) return c | 1;
-  if ((c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E)) return (c & 1) ? c + 1 : c;
-  if (c == 0x386) return 0x3AC;
-  if (c >= 0x388 && c <= 0x38A) return c + 0x25;
-  if (c == 0x38C) return 0x3CC;
-  if (c == 0x38E || c == 0x38F) return c + 0x3F;
-  if (c >= 0x391 && c <= 0x3AB && c != 0x3A2) return c + 0x20;
-  if (c >= 0x400 && c <= 0x40F) return c + 0x50;
-  if (c >= 0x410 && c <= 0x42F) return c + 0x20;
-  return c;
-}
-
-// The folded UTF-16 code units of a name, one at a time.
+// The folded UTF-16 code units of a name, one at a time. Wine folds names to
+// lower case before it compares them, so "_" (0x5F) sorts before "a" and "A"
+// alike. A byte that is not UTF-8 stands for itself (as U+DC00 + byte), so
+// two different malformed names never compare equal.
 class FoldedUnits {
  public:
   explicit FoldedUnits(std::string_view text) : text_(text) {}
@@ -84,7 +36,8 @@ class FoldedUnits {
     }
     if (pos_ >= text_.size()) return false;
     bool valid = false;
-    const char32_t cp = FoldCase(NextCodePoint(text_, pos_, valid));
+    const char32_t decoded = DecodeUtf8(text_, pos_, valid);
+    const char32_t cp = valid ? LowerCase(decoded) : decoded;
     if (cp < 0x10000) {
       unit = static_cast<char16_t>(cp);
     } else {
@@ -126,7 +79,7 @@ bool Remove(std::vector<Item>& items, std::string_view name) {
 bool IsUtf8(std::string_view text) noexcept {
   for (std::size_t pos = 0; pos < text.size();) {
     bool valid = false;
-    NextCodePoint(text, pos, valid);
+    DecodeUtf8(text, pos, valid);
     if (!valid) return false;
   }
   return true;
@@ -201,15 +154,23 @@ void AppendValue(std::string& out, const RegValue& value) {
   out += '\n';
 }
 
-void AppendKey(std::string& out, const RegKey& key, const std::string& path, bool hiveRoot) {
-  if (!hiveRoot || !key.values.empty()) {
+// path holds the key's full path on entry and again on return; the sub-keys
+// extend it in place rather than each getting a copy.
+void AppendKey(std::string& out, const RegKey& key, std::string& path, bool hiveRoot) {
+  if (!key.values.empty() || (!hiveRoot && key.subkeys.empty())) {
     out += '[';
     out += path;
     out += "]\n";
     for (const RegValue& value : key.values) AppendValue(out, value);
     out += '\n';
   }
-  for (const RegKey& sub : key.subkeys) AppendKey(out, sub, path + '\\' + sub.name, false);
+  const std::size_t length = path.size();
+  for (const RegKey& sub : key.subkeys) {
+    path += '\\';
+    path += sub.name;
+    AppendKey(out, sub, path, false);
+    path.resize(length);
+  }
 }
 
 // ---------------------------------------------------------------------------
@@ -227,14 +188,8 @@ std::string_view TrimRight(std::string_view text) {
   return text;
 }
 
-bool EqualsIgnoringAsciiCase(std::string_view a, std::string_view b) noexcept {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-           return FoldCase(static_cast<unsigned char>(x)) == FoldCase(static_cast<unsigned char>(y));
-         });
-}
-
 bool StartsWithIgnoringCase(std::string_view text, std::string_view prefix) noexcept {
-  return text.size() >= prefix.size() && EqualsIgnoringAsciiCase(text.substr(0, prefix.size()), prefix);
+  return text.size() >= prefix.size() && EqualsIgnoringCase(text.substr(0, prefix.size()), prefix);
 }
 
 int HexDigit(char c) noexcept {
@@ -244,9 +199,31 @@ int HexDigit(char c) noexcept {
   return -1;
 }
 
+// The name a key or value is merged under: its owner, then its folded code
+// units, so that two names share a key exactly when CompareNames finds them
+// equal.
+std::string MergeKey(std::uint32_t owner, std::string_view name) {
+  std::string key(reinterpret_cast<const char*>(&owner), sizeof owner);
+  FoldedUnits units(name);
+  for (char16_t unit = 0; units.Next(unit);) {
+    key += static_cast<char>(unit & 0xFF);
+    key += static_cast<char>(unit >> 8);
+  }
+  return key;
+}
+
+// Sections may come in any order (a hand-edited or reversed file), so keys
+// and values are first collected unsorted and put in name order once at the
+// end: sorting each key's children once keeps the whole read at n log n
+// where inserting each in place would be quadratic. A key named again is
+// found through a hash table, and the path of the section before is kept,
+// since the next section mostly shares all but its last name. Values named
+// again merge when they are sorted.
 class Parser {
  public:
-  Parser(std::string_view text, RegTree& tree) : text_(text), tree_(tree) {}
+  Parser(std::string_view text, RegTree& tree) : text_(text), tree_(tree) {
+    for (int hive = 0; hive < kHiveCount; ++hive) keys_.push_back(PendingKey{kHiveNames[hive], {}, {}});
+  }
 
   bool Run(std::string& reason) {
     if (text_.substr(0, kUtf8Bom.size()) == kUtf8Bom) text_.remove_prefix(kUtf8Bom.size());
@@ -255,6 +232,7 @@ class Parser {
     // one is what a write cut short leaves behind.
     if (text_.back() != '\n') return FailAt(reason, CountLines(), "the last line is cut off (no line end)");
     SplitLines();
+    childIndex_.reserve(lines_.size() / 2);
     if (TrimRight(lines_[0]) != kHeader) return FailAt(reason, 1, "the first line is not \"" + std::string(kHeader) + "\"");
     for (line_ = 1; line_ < lines_.size(); ++line_) {
       const std::string_view line = TrimLeft(lines_[line_]);
@@ -264,16 +242,25 @@ class Parser {
       if (line.front() == '[') {
         ok = ParseSection(TrimRight(line), error);
       } else if (line.front() == '"' || line.front() == '@') {
-        ok = section_ ? ParseValue(line, error) : Reject(error, "a value before the first [key] section");
+        ok = section_ != kNoSection ? ParseValue(line, error) : Reject(error, "a value before the first [key] section");
       } else {
         error = "unexpected text";
       }
       if (!ok) return FailAt(reason, line_ + 1, error);
     }
+    BuildTree();
     return true;
   }
 
  private:
+  static constexpr std::uint32_t kNoSection = UINT32_MAX;
+
+  struct PendingKey {
+    std::string name;
+    std::vector<RegValue> values;         // in the order read, repeats included
+    std::vector<std::uint32_t> children;  // indexes into keys_, in the order first seen
+  };
+
   static bool Reject(std::string& error, std::string what) {
     error = std::move(what);
     return false;
@@ -295,24 +282,58 @@ class Parser {
     }
   }
 
+  // The child of parent with that name, added when missing.
+  std::uint32_t ChildOf(std::uint32_t parent, std::string_view name) {
+    const auto [it, added] = childIndex_.try_emplace(MergeKey(parent, name), static_cast<std::uint32_t>(keys_.size()));
+    if (added) {
+      keys_.push_back(PendingKey{std::string(name), {}, {}});
+      keys_[parent].children.push_back(it->second);
+    }
+    return it->second;
+  }
+
   bool ParseSection(std::string_view line, std::string& error) {
     if (line.size() < 2 || line.back() != ']') return Reject(error, "a [key] line without its closing ]");
     const std::string_view inner = line.substr(1, line.size() - 2);
     if (!inner.empty() && inner.front() == '-') return Reject(error, "key removal ([-key]) has no place in this file");
     const std::size_t slash = inner.find('\\');
     const std::string_view hiveName = inner.substr(0, slash);
-    RegKey* key = nullptr;
-    for (int hive = 0; hive < kHiveCount; ++hive) {
-      if (EqualsIgnoringAsciiCase(hiveName, kHiveNames[hive])) key = &tree_.hives[hive];
+    int hive = -1;
+    for (int h = 0; h < kHiveCount; ++h) {
+      if (EqualsIgnoringCase(hiveName, kHiveNames[h])) hive = h;
     }
-    if (!key) return Reject(error, "unknown hive \"" + std::string(hiveName) + "\"");
+    if (hive < 0) return Reject(error, "unknown hive \"" + std::string(hiveName) + "\"");
+    auto key = static_cast<std::uint32_t>(hive);
+    if (hive != lastHive_) lastPath_.clear();
+    lastHive_ = hive;
+    std::size_t level = 0;
+    const auto follow = [&](std::string_view name) {
+      if (level < lastPath_.size() && lastPath_[level].first == name) {
+        key = lastPath_[level].second;
+      } else {
+        lastPath_.resize(level);
+        key = ChildOf(key, name);
+        lastPath_.emplace_back(name, key);
+      }
+      ++level;
+    };
     if (slash != std::string_view::npos) {
       std::string_view rest = inner.substr(slash + 1);
+      // Checked before any key is made, so a path a million levels deep costs
+      // one scan of its line.
+      const auto depth = static_cast<std::size_t>(std::count(rest.begin(), rest.end(), '\\')) + 1;
+      if (depth > MaxKeyDepth(hive)) {
+        return Reject(error, "a key nested " + std::to_string(depth) + " levels below " + kHiveNames[hive] +
+                                 ", deeper than Windows allows (" + std::to_string(MaxKeyDepth(hive)) + ")");
+      }
       for (;;) {
         const std::size_t next = rest.find('\\');
         const std::string_view name = rest.substr(0, next);
         if (name.empty()) return Reject(error, "an empty key name in the path");
-        key = &key->AddSubkey(name);
+        if (TextLength(name) > kMaxKeyNameLength) {
+          return Reject(error, "a key name longer than " + std::to_string(kMaxKeyNameLength) + " characters");
+        }
+        follow(name);
         if (next == std::string_view::npos) break;
         rest.remove_prefix(next + 1);
       }
@@ -345,6 +366,9 @@ class Parser {
       rest.remove_prefix(1);
     } else if (!ParseQuoted(rest, name, error)) {
       return false;
+    }
+    if (TextLength(name) > kMaxValueNameLength) {
+      return Reject(error, "a value name longer than " + std::to_string(kMaxValueNameLength) + " characters");
     }
     rest = TrimLeft(rest);
     if (rest.empty() || rest.front() != '=') return Reject(error, "no '=' after the value name");
@@ -392,7 +416,7 @@ class Parser {
       return Reject(error, "unknown value data");
     }
     if (!TrimLeft(rest).empty()) return Reject(error, "text after the value");
-    section_->SetValue(name, type, std::move(data));
+    keys_[section_].values.push_back(RegValue{std::move(name), type, std::move(data)});
     return true;
   }
 
@@ -417,11 +441,55 @@ class Parser {
     }
   }
 
+  // Values in name order, each name once: the first spelling read, with the
+  // data read last.
+  static std::vector<RegValue> MergedValues(std::vector<RegValue> values) {
+    const auto byName = [](const RegValue& a, const RegValue& b) { return CompareNames(a.name, b.name) < 0; };
+    // Files we wrote are in order already; checking is cheaper than sorting.
+    if (!std::is_sorted(values.begin(), values.end(), byName)) std::stable_sort(values.begin(), values.end(), byName);
+    std::vector<RegValue> merged;
+    merged.reserve(values.size());
+    for (RegValue& value : values) {
+      if (!merged.empty() && CompareNames(merged.back().name, value.name) == 0) {
+        merged.back().type = value.type;
+        merged.back().data = std::move(value.data);
+      } else {
+        merged.push_back(std::move(value));
+      }
+    }
+    return merged;
+  }
+
+  // Puts every key's children and values in name order and moves the keys
+  // into the tree. A child is always collected after its parent, so going
+  // from the last key to the first finishes every child before its parent.
+  void BuildTree() {
+    const auto byName = [](const RegKey& a, const RegKey& b) { return CompareNames(a.name, b.name) < 0; };
+    std::vector<RegKey> built(keys_.size());
+    for (std::size_t i = keys_.size(); i-- > 0;) {
+      PendingKey& pending = keys_[i];
+      RegKey& key = built[i];
+      key.name = std::move(pending.name);
+      key.values = MergedValues(std::move(pending.values));
+      key.subkeys.reserve(pending.children.size());
+      for (const std::uint32_t child : pending.children) key.subkeys.push_back(std::move(built[child]));
+      if (!std::is_sorted(key.subkeys.begin(), key.subkeys.end(), byName)) {
+        std::sort(key.subkeys.begin(), key.subkeys.end(), byName);
+      }
+    }
+    for (int hive = 0; hive < kHiveCount; ++hive) tree_.hives[hive] = std::move(built[hive]);
+  }
+
   std::string_view text_;
   RegTree& tree_;
   std::vector<std::string_view> lines_;
   std::size_t line_ = 0;
-  RegKey* section_ = nullptr;
+  std::vector<PendingKey> keys_;  // the three hives first
+  std::unordered_map<std::string, std::uint32_t> childIndex_;
+  // The last section's hive, the names of its path below and their keys.
+  int lastHive_ = -1;
+  std::vector<std::pair<std::string_view, std::uint32_t>> lastPath_;
+  std::uint32_t section_ = kNoSection;
 };
 
 }  // namespace
@@ -437,6 +505,10 @@ int CompareNames(std::string_view a, std::string_view b) noexcept {
     if (!hasX || !hasY) return static_cast<int>(hasX) - static_cast<int>(hasY);
     if (x != y) return x < y ? -1 : 1;
   }
+}
+
+std::size_t MaxKeyDepth(int hive) noexcept {
+  return hive >= 0 && hive < kHiveCount ? kMaxKeyLevels - kHiveLevels[hive] : 0;
 }
 
 RegValue* RegKey::FindValue(std::string_view valueName) { return Find(values, valueName); }
@@ -485,7 +557,10 @@ bool ParseRegText(std::string_view text, RegTree& tree, std::string& reason) {
 std::string FormatRegText(const RegTree& tree) {
   std::string out(kHeader);
   out += "\n\n";
-  for (const RegKey& hive : tree.hives) AppendKey(out, hive, hive.name, true);
+  for (const RegKey& hive : tree.hives) {
+    std::string path = hive.name;
+    AppendKey(out, hive, path, true);
+  }
   return out;
 }
 

@@ -3,11 +3,13 @@
 //
 // The file is $QORVANE_REGISTRY_FILE when set, else
 // $XDG_CONFIG_HOME/qorvane/registry.reg (~/.config/qorvane/ by default).
-// Every call reads the file afresh (a copy of the last text and its tree saves
-// the parse when nothing changed), so several processes share one registry:
-// a change takes an exclusive flock on registry.reg.lock, re-reads the file,
-// applies itself and renames a synced temporary file over the old one; reads
-// take the lock shared. A file that does not parse is moved aside as
+// Several processes share one registry: a change takes an exclusive flock on
+// registry.reg.lock, brings its copy of the tree up to date, applies itself,
+// renames a synced temporary file over the old one and counts the change in
+// the lock file; reads take the lock shared. Every call checks that its copy
+// is current, cheaply: the lock file's change count and the file's identity,
+// size and times (see Refresh) tell when the file must be read again. A file
+// that does not parse, or is larger than kMaxFileSize, is moved aside as
 // registry.reg.bad-<time>, reported through the corruption reporter, and the
 // registry carries on empty.
 //
@@ -26,13 +28,16 @@
 
 #include <atomic>
 #include <cstdio>
+#include <cstdint>
 #include <cstring>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/utf8_text.h"
 #include "platform/reg_text.h"
 #include "platform/registry.h"
 
@@ -44,6 +49,12 @@ constexpr Result kBadPathname = 161;        // a sub-key path starting with "\"
 constexpr Result kNoAccess = 998;           // data null but a size given
 constexpr Result kRegistryIoFailed = 1016;  // the file could not be read or written
 constexpr Result kKeyDeleted = 1018;        // the handle's key is gone
+constexpr Result kQuotaLimit = 613;         // ERROR_REGISTRY_QUOTA_LIMIT: the file would grow too large
+
+// The largest registry file read or written. The add-in keeps a few settings
+// in it; the bound keeps a damaged or hostile file from taking the memory of
+// the mail client's process, which loads the whole file.
+constexpr std::size_t kMaxFileSize = std::size_t{8} << 20;
 
 // Access bits checked by the calls, and how the generic rights map to them.
 constexpr std::uint32_t kQueryValue = 0x0001;
@@ -150,25 +161,78 @@ class FileLock {
 
   bool Held() const { return fd_ >= 0; }
 
+  // How many changes writers have made to the registry file, kept in the
+  // lock file's first eight bytes (0 for an empty lock file). A reader whose
+  // copy was made at another count reads the file again, whatever its times
+  // say: file times can be too coarse to tell two quick writes apart.
+  std::uint64_t ChangeCount() const {
+    std::uint64_t count = 0;
+    if (fd_ < 0 || pread(fd_, &count, sizeof count, 0) != static_cast<ssize_t>(sizeof count)) return 0;
+    return count;
+  }
+  // Under the exclusive lock, after a change reached the file.
+  std::uint64_t CountChange() const {
+    const std::uint64_t count = ChangeCount() + 1;
+    if (fd_ >= 0 && pwrite(fd_, &count, sizeof count, 0) != static_cast<ssize_t>(sizeof count)) return 0;
+    return count;
+  }
+
  private:
   int fd_ = -1;
 };
 
-// The whole file; a missing file is empty text with exists false.
-bool ReadWholeFile(const std::string& path, std::string& text, bool& exists) {
+// What identifies one version of the file: the same inode, size and times
+// mean the same text unless it changed within the clock tick (see Refresh).
+struct FileStamp {
+  dev_t device = 0;
+  ino_t inode = 0;
+  off_t size = 0;
+  timespec modified{};
+  timespec changed{};
+
+  bool operator==(const FileStamp& other) const {
+    return device == other.device && inode == other.inode && size == other.size &&
+           modified.tv_sec == other.modified.tv_sec && modified.tv_nsec == other.modified.tv_nsec &&
+           changed.tv_sec == other.changed.tv_sec && changed.tv_nsec == other.changed.tv_nsec;
+  }
+};
+
+FileStamp StampOf(const struct stat& info) {
+  return FileStamp{info.st_dev, info.st_ino, info.st_size, info.st_mtim, info.st_ctim};
+}
+
+enum class FileRead { kRead, kMissing, kTooLarge, kFailed };
+
+// The whole file and the stamp of what was read, or why not. A file larger
+// than kMaxFileSize is not read at all.
+FileRead ReadWholeFile(const std::string& path, std::string& text, FileStamp& stamp) {
   text.clear();
-  exists = false;
   const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return errno == ENOENT;
-  exists = true;
+  if (fd < 0) return errno == ENOENT ? FileRead::kMissing : FileRead::kFailed;
+  struct stat info{};
+  if (fstat(fd, &info) != 0) {
+    close(fd);
+    return FileRead::kFailed;
+  }
+  stamp = StampOf(info);
+  if (info.st_size < 0 || static_cast<std::uintmax_t>(info.st_size) > kMaxFileSize) {
+    close(fd);
+    return FileRead::kTooLarge;
+  }
+  text.reserve(static_cast<std::size_t>(info.st_size));
   char buffer[16384];
   for (;;) {
     const ssize_t got = read(fd, buffer, sizeof buffer);
     if (got > 0) {
       text.append(buffer, static_cast<std::size_t>(got));
+      // The file may grow while it is read; the bound holds all the same.
+      if (text.size() > kMaxFileSize) {
+        close(fd);
+        return FileRead::kTooLarge;
+      }
     } else if (got == 0 || errno != EINTR) {
       close(fd);
-      return got == 0;
+      return got == 0 ? FileRead::kRead : FileRead::kFailed;
     }
   }
 }
@@ -222,38 +286,88 @@ std::string SetAside(const std::string& path) {
   return {};
 }
 
-// The last text seen and its tree. A damaged text stays here with an empty
-// tree so it is reported once, even when it could not be moved aside.
+timespec Now() {
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  return now;
+}
+
+std::int64_t Nanoseconds(const timespec& t) { return std::int64_t{t.tv_sec} * 1000000000 + t.tv_nsec; }
+
+// The tree of the file as last seen, with what identifies that version. A
+// damaged file stays here (exists, with an empty tree) so it is reported
+// once, even when it could not be moved aside.
 struct Snapshot {
   bool valid = false;
   std::string path;
+  std::uint64_t changeCount = 0;
   bool exists = false;
-  std::string text;
+  FileStamp stamp;
+  std::size_t textHash = 0;
+  timespec checkedAt{};  // just before the file was last read or compared
   RegTree tree;
+  bool damaged = false;  // a damaged file that could not be moved aside
 };
+
+// A file changed within a clock tick of our reading it may carry the same
+// times as the version we read (file times come from a coarse clock), so
+// such a file is read again and compared until the tick has passed.
+bool MayHaveChangedUnseen(const Snapshot& snapshot) {
+  constexpr std::int64_t kClockTick = 50'000'000;  // 50 ms, well above the kernel's coarse tick
+  return Nanoseconds(snapshot.stamp.changed) + kClockTick >= Nanoseconds(snapshot.checkedAt) ||
+         Nanoseconds(snapshot.stamp.modified) + kClockTick >= Nanoseconds(snapshot.checkedAt);
+}
 
 enum class Load { kOk, kDamaged, kIoError };
 
-// Brings the snapshot up to date with the file. A damaged file is only dealt
-// with under the exclusive lock; under the shared one kDamaged says so.
-Load Refresh(Snapshot& snapshot, const std::string& path, bool exclusive) {
+// Brings the snapshot up to date with the file at the lock's change count.
+// An unchanged file costs a stat; a changed one is read, and parsed only when
+// its text differs. A damaged file is only dealt with under the exclusive
+// lock; under the shared one kDamaged says so.
+Load Refresh(Snapshot& snapshot, const std::string& path, std::uint64_t changeCount, bool exclusive) {
+  const bool current = snapshot.valid && snapshot.path == path && snapshot.changeCount == changeCount;
+  struct stat info{};
+  const bool exists = stat(path.c_str(), &info) == 0;
+  if (!exists && errno != ENOENT) return Load::kIoError;
+  if (current && !exists && !snapshot.exists) return Load::kOk;
+  if (current && exists && snapshot.exists && StampOf(info) == snapshot.stamp &&
+      (snapshot.damaged || !MayHaveChangedUnseen(snapshot))) {
+    return Load::kOk;
+  }
+
+  const timespec checkedAt = Now();
   std::string text;
-  bool exists = false;
-  if (!ReadWholeFile(path, text, exists)) return Load::kIoError;
-  if (snapshot.valid && snapshot.path == path && snapshot.exists == exists && snapshot.text == text) return Load::kOk;
-  RegTree tree;
+  FileStamp stamp;
   std::string reason;
-  if (exists && !ParseRegText(text, tree, reason)) {
+  switch (ReadWholeFile(path, text, stamp)) {
+    case FileRead::kFailed: return Load::kIoError;
+    case FileRead::kMissing:
+      snapshot = Snapshot{true, path, changeCount, false, {}, 0, checkedAt, RegTree()};
+      return Load::kOk;
+    case FileRead::kTooLarge:
+      reason = "the file is larger than " + std::to_string(kMaxFileSize >> 20) + " MiB";
+      break;
+    case FileRead::kRead: break;
+  }
+  const std::size_t textHash = std::hash<std::string>()(text);
+  if (reason.empty() && snapshot.valid && snapshot.path == path && snapshot.exists &&
+      stamp.size == snapshot.stamp.size && textHash == snapshot.textHash) {
+    snapshot.changeCount = changeCount;
+    snapshot.stamp = stamp;
+    snapshot.checkedAt = checkedAt;
+    return Load::kOk;
+  }
+  RegTree tree;
+  if (!reason.empty() || !ParseRegText(text, tree, reason)) {
     if (!exclusive) return Load::kDamaged;
     tree = RegTree();
     const std::string aside = SetAside(path);
-    if (!aside.empty()) {
-      exists = false;
-      text.clear();
-    }
     ReportCorruption(path, reason + (aside.empty() ? "; it could not be moved aside" : "; kept as " + aside));
+    const bool movedAside = !aside.empty();
+    snapshot = Snapshot{true, path, changeCount, !movedAside, stamp, textHash, checkedAt, std::move(tree), !movedAside};
+    return Load::kOk;
   }
-  snapshot = Snapshot{true, path, exists, std::move(text), std::move(tree)};
+  snapshot = Snapshot{true, path, changeCount, true, stamp, textHash, checkedAt, std::move(tree), false};
   return Load::kOk;
 }
 
@@ -303,7 +417,8 @@ Handle NewHandle(OpenKey key) {
 
 // The names of a sub-key path. Doubled and trailing separators are skipped
 // as advapi32 skips them; a leading one is its ERROR_BAD_PATHNAME. A name
-// with a line break could not be written to the line-based file.
+// longer than Windows allows is refused as Windows refuses it, and one with a
+// line break could not be written to the line-based file.
 Result SplitPath(const std::string& subKey, std::vector<std::string>& names) {
   const std::string_view path = CName(subKey);
   if (!path.empty() && path.front() == '\\') return kBadPathname;
@@ -314,7 +429,7 @@ Result SplitPath(const std::string& subKey, std::vector<std::string>& names) {
     start = end + 1;
   }
   for (const std::string& name : names) {
-    if (BreaksLine(name)) return kInvalidParameter;
+    if (BreaksLine(name) || TextLength(name) > kMaxKeyNameLength) return kInvalidParameter;
   }
   return kSuccess;
 }
@@ -344,7 +459,7 @@ Result ReadTree(const RegTree*& tree) {
   if (path.empty()) return kRegistryIoFailed;
   {
     FileLock shared(path + ".lock", LOCK_SH);
-    const Load load = Refresh(g_snapshot, path, false);
+    const Load load = Refresh(g_snapshot, path, shared.ChangeCount(), false);
     if (load == Load::kIoError) return kRegistryIoFailed;
     if (load == Load::kOk) {
       tree = &g_snapshot.tree;
@@ -352,26 +467,47 @@ Result ReadTree(const RegTree*& tree) {
     }
   }
   FileLock exclusive(path + ".lock", LOCK_EX);
-  if (Refresh(g_snapshot, path, true) != Load::kOk) return kRegistryIoFailed;
+  if (Refresh(g_snapshot, path, exclusive.ChangeCount(), true) != Load::kOk) return kRegistryIoFailed;
   tree = &g_snapshot.tree;
   return kSuccess;
 }
 
 // Applies change(tree, changed) to the current tree under the exclusive lock
-// and writes the file when the change succeeded and changed something.
+// and writes the file when the change succeeded and changed something. The
+// change works on the snapshot's own tree; when the file cannot take it, the
+// snapshot is dropped, so the next call reads the file as it stayed.
 template <typename Change>
 Result Mutate(Change change) {
   const std::string path = RegistryPath();
   if (path.empty() || !MakeFolders(FolderOf(path))) return kRegistryIoFailed;
   FileLock exclusive(path + ".lock", LOCK_EX);
-  if (!exclusive.Held() || Refresh(g_snapshot, path, true) != Load::kOk) return kRegistryIoFailed;
-  RegTree tree = g_snapshot.tree;
+  if (!exclusive.Held() || Refresh(g_snapshot, path, exclusive.ChangeCount(), true) != Load::kOk) {
+    return kRegistryIoFailed;
+  }
   bool changed = false;
-  const Result result = change(tree, changed);
-  if (result != kSuccess || !changed) return result;
-  std::string text = FormatRegText(tree);
-  if (!WriteAtomically(path, text)) return kRegistryIoFailed;
-  g_snapshot = Snapshot{true, path, true, std::move(text), std::move(tree)};
+  const Result result = change(g_snapshot.tree, changed);
+  if (!changed) return result;
+  std::string text = FormatRegText(g_snapshot.tree);
+  const timespec checkedAt = Now();
+  Result written = kSuccess;
+  struct stat info{};
+  if (result != kSuccess) {
+    written = result;
+  } else if (text.size() > kMaxFileSize) {
+    written = kQuotaLimit;
+  } else if (!WriteAtomically(path, text) || stat(path.c_str(), &info) != 0) {
+    written = kRegistryIoFailed;
+  }
+  if (written != kSuccess) {
+    g_snapshot.valid = false;
+    return written;
+  }
+  g_snapshot.changeCount = exclusive.CountChange();
+  g_snapshot.exists = true;
+  g_snapshot.damaged = false;
+  g_snapshot.stamp = StampOf(info);
+  g_snapshot.textHash = std::hash<std::string>()(text);
+  g_snapshot.checkedAt = checkedAt;
   return kSuccess;
 }
 
@@ -386,6 +522,9 @@ Result CreateKeyEx(Handle parent, const std::string& subKey, std::uint32_t acces
   std::vector<std::string> names;
   if (const Result rc = Resolve(parent, base); rc != kSuccess) return rc;
   if (const Result rc = SplitPath(subKey, names); rc != kSuccess) return rc;
+  // Windows stops keys at 512 levels with ERROR_INVALID_PARAMETER; so does
+  // the file, whose text could not hold deeper ones.
+  if (base.path.size() + names.size() > MaxKeyDepth(base.hive)) return kInvalidParameter;
   // Wine reports an empty sub-key path as a new key, so do we.
   bool created = names.empty();
   const Result rc = Mutate([&](RegTree& tree, bool& changed) {
@@ -441,8 +580,9 @@ Result SetValueEx(Handle key, const std::string& name, std::uint32_t type, const
   if (const Result rc = Resolve(key, open); rc != kSuccess) return rc;
   if (!(open.access & kSetValue)) return kAccessDenied;
   const std::string_view valueName = CName(name);
-  if (BreaksLine(valueName)) return kInvalidParameter;
+  if (BreaksLine(valueName) || TextLength(valueName) > kMaxValueNameLength) return kInvalidParameter;
   if (!data && size != 0) return kNoAccess;
+  if (size > kMaxFileSize) return kQuotaLimit;
   // advapi32 looks one byte past a string that lacks its terminator and
   // counts the terminator when it finds one there, so "abc" given as three
   // bytes of a C string is stored as four. Callers pass C strings; a buffer

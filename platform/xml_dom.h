@@ -53,7 +53,8 @@ class Document {
  public:
   virtual ~Document() = default;
   // Replaces the document with the parsed text; false when it doesn't parse
-  // (the document is then empty).
+  // or nests elements more than 256 deep, as MSXML 6 refuses (the document
+  // is then empty).
   virtual bool LoadXml(const std::string& text) = 0;
   // Null for an empty document.
   virtual ElementRef DocumentElement() = 0;

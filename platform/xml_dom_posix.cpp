@@ -7,8 +7,14 @@
 // elements are as detached as MSXML's. Moving a node is pugixml's move within
 // one document, so element handles keep pointing at the same node wherever
 // it goes.
+//
+// pugixml parses and prints without recursion but frees a removed subtree
+// recursively, and a view XML can be hostile: a document nested deeper than
+// MSXML 6 takes (kMaxElementDepth) is refused as MSXML refuses it, and every
+// walk here goes by the tree's own links, never by recursion.
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -21,6 +27,49 @@ namespace {
 
 // A name no view definition uses (the colon keeps it out of plain names).
 constexpr const char* kParkingName = "qorvane:parked";
+
+// MSXML 6's MaxElementDepth: the deepest nesting of elements it loads.
+constexpr int kMaxElementDepth = 256;
+
+// The node after node in document order within root's subtree, or null;
+// depth follows the move (+1 into a child, -1 for each level climbed out).
+pugi::xml_node NextInSubtree(pugi::xml_node node, pugi::xml_node root, int& depth) {
+  if (node.first_child()) {
+    ++depth;
+    return node.first_child();
+  }
+  while (node != root) {
+    if (node.next_sibling()) return node.next_sibling();
+    node = node.parent();
+    --depth;
+  }
+  return pugi::xml_node();
+}
+
+// How deeply elements nest below node (its children are level 1).
+int ElementDepth(pugi::xml_node node) {
+  int depth = 0;
+  int deepest = 0;
+  for (pugi::xml_node n = NextInSubtree(node, node, depth); n; n = NextInSubtree(n, node, depth)) {
+    if (n.type() == pugi::node_element) deepest = std::max(deepest, depth);
+  }
+  return deepest;
+}
+
+// Removes node with everything below it, deepest nodes first, so that
+// pugixml's own removal only ever frees a leaf.
+void RemoveSubtree(pugi::xml_node node) {
+  const pugi::xml_node top = node.parent();
+  while (node != top) {
+    if (node.first_child()) {
+      node = node.first_child();
+    } else {
+      pugi::xml_node parent = node.parent();
+      parent.remove_child(node);
+      node = parent;
+    }
+  }
+}
 
 class PugiDocument;
 
@@ -62,26 +111,19 @@ class PugiElement final : public Element {
 
   std::string Text() override {
     std::string text;
-    AppendText(node_, text);
+    int depth = 0;
+    for (pugi::xml_node n = NextInSubtree(node_, node_, depth); n; n = NextInSubtree(n, node_, depth)) {
+      if (n.type() == pugi::node_pcdata || n.type() == pugi::node_cdata) text += n.value();
+    }
     return text;
   }
 
   void Text(const std::string& value) override {
-    while (node_.first_child()) node_.remove_child(node_.first_child());
+    while (node_.first_child()) RemoveSubtree(node_.first_child());
     if (!value.empty()) node_.append_child(pugi::node_pcdata).set_value(value.c_str());
   }
 
  private:
-  static void AppendText(pugi::xml_node node, std::string& text) {
-    for (pugi::xml_node child : node.children()) {
-      if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
-        text += child.value();
-      } else if (child.type() == pugi::node_element) {
-        AppendText(child, text);
-      }
-    }
-  }
-
   ElementRef Wrap(pugi::xml_node node) { return std::make_shared<PugiElement>(owner_, node); }
 
   // Only elements of this same document can be moved around in it.
@@ -100,7 +142,7 @@ class PugiDocument final : public Document {
   bool LoadXml(const std::string& text) override {
     parking_ = pugi::xml_node();
     const pugi::xml_parse_result result = doc_.load_string(text.c_str(), pugi::parse_default | pugi::parse_declaration);
-    if (result && WellFormed()) return true;
+    if (result && WellFormed() && ElementDepth(doc_) <= kMaxElementDepth) return true;
     doc_.reset();
     return false;
   }

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "base/ole_date.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 
 namespace sim {
 namespace {
@@ -30,7 +30,7 @@ class Scanner {
     while (pos_ < text_.size() && text_[pos_] == ' ') ++pos_;
   }
   bool Word(std::string_view word) {
-    if (!EqualsNoCase(text_.substr(pos_, word.size()), word)) return false;
+    if (!qorvane::EqualsIgnoringCase(text_.substr(pos_, word.size()), word)) return false;
     pos_ += word.size();
     return true;
   }
@@ -65,7 +65,7 @@ bool ScanTime(Scanner& scan, int& hour, int& minute, int& second, bool allowAmPm
 }  // namespace
 
 std::optional<double> ParseDateText(std::string_view text) {
-  text = TrimBlanks(text);
+  text = qorvane::Trim(text);
   int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
   {
     Scanner scan(text);

@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "base/runtime_error.h"
+#include "base/runtime_text.h"
 #include "client/ref.h"
-#include "sim/ascii_text.h"
 #include "sim/date_text.h"
 
 namespace sim {
@@ -45,7 +45,7 @@ class Parser {
   // A keyword, whole and in any case.
   bool Keyword(std::string_view word) {
     Blanks();
-    if (!EqualsNoCase(text_.substr(pos_, word.size()), word)) return false;
+    if (!qorvane::EqualsIgnoringCase(text_.substr(pos_, word.size()), word)) return false;
     const std::size_t after = pos_ + word.size();
     if (after < text_.size() && text_[after] != ' ' && text_[after] != '(' && text_[after] != '\'') return false;
     pos_ = after;
@@ -119,7 +119,7 @@ void SetLiteral(ItemFilter::Condition& condition, std::string text, Parser& pars
 
 ItemFilter::Condition DaslCondition(Parser& parser) {
   ItemFilter::Condition condition;
-  const std::string property = LowerAscii(parser.Quoted('"'));
+  const std::string property = qorvane::LCase(parser.Quoted('"'));
   if (property.starts_with(kUserPropertyUrl) && property.size() > kUserPropertyUrl.size()) {
     condition.field = ItemFilter::Field::UserProperty;
     condition.propertyName = property.substr(kUserPropertyUrl.size());
@@ -143,7 +143,7 @@ ItemFilter::Condition DaslCondition(Parser& parser) {
 
 ItemFilter::Condition JetCondition(Parser& parser) {
   ItemFilter::Condition condition;
-  const std::string name = LowerAscii(parser.Bracketed());
+  const std::string name = qorvane::LCase(parser.Bracketed());
   if (name == "subject") {
     condition.field = ItemFilter::Field::Subject;
   } else if (name == "to") {
@@ -193,7 +193,7 @@ bool CompareDates(ItemFilter::Op op, double a, double b) {
 }
 
 bool CompareText(ItemFilter::Op op, const std::string& a, const std::string& b) {
-  return Compare(op, LowerAscii(a), LowerAscii(b));
+  return Compare(op, qorvane::LCase(a), qorvane::LCase(b));
 }
 
 bool MatchesProperty(const ItemFilter::Condition& condition, const UserPropData* property) {
@@ -208,7 +208,7 @@ bool MatchesProperty(const ItemFilter::Condition& condition, const UserPropData*
     case client::olNumber:
       return condition.number && Compare(condition.op, value.AsDouble(), *condition.number);
     case client::olYesNo: {
-      const bool literal = condition.number ? *condition.number != 0.0 : EqualsNoCase(condition.text, "true");
+      const bool literal = condition.number ? *condition.number != 0.0 : qorvane::EqualsIgnoringCase(condition.text, "true");
       return Compare(condition.op, value.AsBool(), literal);
     }
     default:
@@ -220,8 +220,8 @@ bool MatchesProperty(const ItemFilter::Condition& condition, const UserPropData*
 
 ItemFilter ItemFilter::Parse(std::string_view text) {
   ItemFilter filter;
-  const std::string_view trimmed = TrimBlanks(text);
-  if (EqualsNoCase(trimmed.substr(0, 5), "@SQL=")) {
+  const std::string_view trimmed = qorvane::Trim(text);
+  if (qorvane::EqualsIgnoringCase(trimmed.substr(0, 5), "@SQL=")) {
     Parser dasl(trimmed.substr(5));
     ParseConditions(dasl, filter.conditions_, DaslCondition);
   } else {

@@ -5,7 +5,7 @@
 
 #include "base/ole_date.h"
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/sim_folder.h"
 #include "sim/sim_sync.h"
 #include "sim/sim_windows.h"
@@ -20,7 +20,7 @@ std::string SimApplication::Version() {
 
 client::Ref<client::NameSpace> SimApplication::GetNamespace(const std::string& type) {
   world_.Enter("Application", "GetNamespace");
-  if (!EqualsNoCase(type, "MAPI")) qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
+  if (!qorvane::EqualsIgnoringCase(type, "MAPI")) qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
   return std::make_shared<SimNameSpace>(world_);
 }
 

@@ -3,7 +3,7 @@
 #include "sim/sim_client.h"
 
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/sim_application.h"
 #include "sim/sim_command_bars.h"
 #include "sim/sim_folder.h"
@@ -108,13 +108,17 @@ void SimClient::Select(const Ref<client::Explorer>& explorer, const std::vector<
 
 void SimClient::Click(const Ref<client::CommandBarControl>& control) { Own<SimCommandBarControl>(control).Click(); }
 
+void SimClient::RenameFolder(const Ref<client::MAPIFolder>& folder, const std::string& name) {
+  OwnFolder(folder)->Rename(name);
+}
+
 int SimClient::AppliedCount(const Ref<client::View>& view) const { return Own<SimView>(view).Applied(); }
 int SimClient::SavedCount(const Ref<client::View>& view) const { return Own<SimView>(view).Saved(); }
 
 void SimClient::SetSafeMailInstalled(bool installed) { world_->safeMailInstalled = installed; }
 
 void SimClient::MarkUnresolvable(const std::string& recipient) {
-  world_->unresolvable.push_back(LowerAscii(recipient));
+  world_->unresolvable.push_back(qorvane::LCase(recipient));
 }
 
 const std::vector<SentMail>& SimClient::SendLog() const { return world_->sendLog; }

@@ -101,6 +101,9 @@ class SimClient {
   void Click(const Ref<client::CommandBarControl>& control);
 
   // --- folders -------------------------------------------------------------
+  // The user renames the folder in the folder list (refused, as the client
+  // refuses it, when a sibling has that name in any case).
+  void RenameFolder(const Ref<client::MAPIFolder>& folder, const std::string& name);
   // How often the view was applied and saved through the object model.
   int AppliedCount(const Ref<client::View>& view) const;
   int SavedCount(const Ref<client::View>& view) const;

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/sim_sync.h"
 #include "sim/world.h"
 
@@ -165,7 +165,7 @@ long SimCommandBars::Count() {
 client::Ref<client::CommandBar> SimCommandBars::Item(const std::string& name) {
   world_.Enter("CommandBars", "Item");
   for (const auto& bar : set_->bars) {
-    if (EqualsNoCase(bar->name, name)) return bar;
+    if (qorvane::EqualsIgnoringCase(bar->name, name)) return bar;
   }
   return nullptr;
 }
@@ -173,7 +173,7 @@ client::Ref<client::CommandBar> SimCommandBars::Item(const std::string& name) {
 client::Ref<client::CommandBar> SimCommandBars::Add(const std::string& name, long position, bool temporary) {
   world_.Enter("CommandBars", "Add");
   for (const auto& bar : set_->bars) {
-    if (EqualsNoCase(bar->name, name)) qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
+    if (qorvane::EqualsIgnoringCase(bar->name, name)) qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
   }
   if (position < 0 || position > 6) qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
   set_->bars.push_back(std::make_shared<SimCommandBar>(world_, name));

@@ -1,8 +1,10 @@
 // Folders of the simulated store.
 #include "sim/sim_folder.h"
 
+#include <algorithm>
+
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/sim_items.h"
 #include "sim/sim_views.h"
 #include "sim/world.h"
@@ -62,12 +64,28 @@ client::Ref<client::Views> SimFolder::Views() {
   return std::make_shared<SimViews>(world, shared_from_this());
 }
 
+namespace {
+
+// Whether another child of parent is named name in any case.
+bool NameTaken(const SimFolder& parent, const std::string& name, const SimFolder* except) {
+  return std::any_of(parent.children.begin(), parent.children.end(), [&](const auto& child) {
+    return child.get() != except && qorvane::EqualsIgnoringCase(child->name, name);
+  });
+}
+
+}  // namespace
+
 std::shared_ptr<SimFolder> SimFolder::AddChild(const std::string& childName, long itemType) {
-  for (const auto& child : children) {
-    if (EqualsNoCase(child->name, childName)) qorvane::Raise(fault::kDispatchException, "Cannot create the folder.");
-  }
+  if (NameTaken(*this, childName, nullptr)) qorvane::Raise(fault::kDispatchException, "Cannot create the folder.");
   children.push_back(std::make_shared<SimFolder>(world, childName, itemType, this));
   return children.back();
+}
+
+void SimFolder::Rename(const std::string& newName) {
+  if (newName.empty() || (parent && NameTaken(*parent, newName, this))) {
+    qorvane::Raise(fault::kDispatchException, "Cannot rename the folder.");
+  }
+  name = newName;
 }
 
 std::string SimFolder::Path() const { return (parent ? parent->Path() : std::string("\\")) + "\\" + name; }

@@ -29,12 +29,14 @@ class SimFolder final : public client::MAPIFolder, public std::enable_shared_fro
   client::Ref<client::Items> Items() override;
   client::Ref<client::Views> Views() override;
 
-  // State, for the other sim objects.
+  // State, for the other sim objects. Sibling names are unique regardless of
+  // case: AddChild and Rename refuse a name another child already has.
   std::shared_ptr<SimFolder> AddChild(const std::string& name, long defaultItemType);
+  void Rename(const std::string& newName);
   std::string Path() const;
 
   World& world;
-  const std::string name;
+  std::string name;
   const std::string entryId;
   const long defaultItemType;
   SimFolder* const parent;

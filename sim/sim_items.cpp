@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/recurrence_expansion.h"
 #include "sim/sim_folder.h"
 #include "sim/world.h"
@@ -71,7 +71,7 @@ void SimItems::Sort(const std::string& property, bool descending) {
   world_.Enter("Items", "Sort");
   static constexpr std::pair<std::string_view, SortKey> kKeys[] = {
       {"[subject]", SortKey::Subject}, {"[to]", SortKey::To}, {"[start]", SortKey::Start}, {"[end]", SortKey::End}};
-  const std::string key = LowerAscii(TrimBlanks(property));
+  const std::string key = qorvane::LCase(qorvane::Trim(property));
   for (const auto& [name, sortKey] : kKeys) {
     if (key == name) {
       sortKey_ = sortKey;
@@ -106,8 +106,8 @@ const std::vector<ItemPtr>& SimItems::Arranged() {
   if (includeRecurrences_ && sortKey_ == SortKey::Start) arranged_ = Expand(arranged_);
   const auto less = [this](const ItemPtr& a, const ItemPtr& b) {
     switch (sortKey_) {
-      case SortKey::Subject: return LowerAscii(a->subject) < LowerAscii(b->subject);
-      case SortKey::To: return LowerAscii(a->to) < LowerAscii(b->to);
+      case SortKey::Subject: return qorvane::LCase(a->subject) < qorvane::LCase(b->subject);
+      case SortKey::To: return qorvane::LCase(a->to) < qorvane::LCase(b->to);
       case SortKey::Start: return a->start < b->start;
       case SortKey::End: return a->end < b->end;
       case SortKey::None: break;

@@ -2,7 +2,7 @@
 #include "sim/sim_navigation_bar.h"
 
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/sim_folder.h"
 #include "sim/world.h"
 
@@ -40,7 +40,7 @@ long SimPanes::Count() {
 
 client::Ref<client::OutlookBarPane> SimPanes::Item(const std::string& name) {
   world_.Enter("Panes", "Item");
-  if (!EqualsNoCase(name, "OutlookBar")) return nullptr;
+  if (!qorvane::EqualsIgnoringCase(name, "OutlookBar")) return nullptr;
   return std::make_shared<SimOutlookBarPane>(world_);
 }
 
@@ -68,7 +68,7 @@ client::Ref<client::OutlookBarGroup> SimOutlookBarGroups::Item(long index) {
 client::Ref<client::OutlookBarGroup> SimOutlookBarGroups::Item(const std::string& name) {
   world_.Enter("OutlookBarGroups", "Item");
   for (const auto& group : world_.shortcutGroups) {
-    if (EqualsNoCase(group->name, name)) return group;
+    if (qorvane::EqualsIgnoringCase(group->name, name)) return group;
   }
   return nullptr;
 }

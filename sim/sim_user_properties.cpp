@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/user_property_value.h"
 #include "sim/world.h"
 
@@ -26,7 +26,7 @@ client::Ref<client::UserProperty> SimUserProperties::Item(long index) {
 
 client::Ref<client::UserProperty> SimUserProperties::Find(const std::string& name) {
   ItemData& item = Use("Find");
-  const std::string lower = LowerAscii(name);
+  const std::string lower = qorvane::LCase(name);
   for (const auto& property : item.properties) {
     if (property->lowerName == lower) return std::make_shared<SimUserProperty>(world_, item_, property);
   }
@@ -37,7 +37,7 @@ client::Ref<client::UserProperty> SimUserProperties::Add(const std::string& name
   ItemData& item = Use("Add");
   if (name.empty() || !IsSupportedPropertyType(type))
     qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
-  const std::string lower = LowerAscii(name);
+  const std::string lower = qorvane::LCase(name);
   for (const auto& property : item.properties) {
     if (property->lowerName == lower)
       qorvane::Raise(fault::kDispatchException, "The property \"" + name + "\" already exists.");

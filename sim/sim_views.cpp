@@ -2,7 +2,7 @@
 #include "sim/sim_views.h"
 
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/sim_folder.h"
 #include "sim/world.h"
 
@@ -48,7 +48,7 @@ const char* ViewTypeName(long viewType) {
 
 std::shared_ptr<SimView> FindView(SimFolder& folder, const std::string& name) {
   for (const auto& view : folder.views) {
-    if (EqualsNoCase(view->ViewName(), name)) return view;
+    if (qorvane::EqualsIgnoringCase(view->ViewName(), name)) return view;
   }
   return nullptr;
 }

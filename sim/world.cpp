@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "base/runtime_error.h"
-#include "sim/ascii_text.h"
+#include "base/runtime_text.h"
 #include "sim/sim_folder.h"
 #include "sim/sim_item.h"
 #include "sim/sim_navigation_bar.h"
@@ -122,7 +122,7 @@ std::vector<std::string> World::Recipients(const ItemData& item) {
   std::string_view rest = item.to;
   while (!rest.empty()) {
     const std::size_t end = rest.find(';');
-    const std::string_view name = TrimBlanks(rest.substr(0, end));
+    const std::string_view name = qorvane::Trim(rest.substr(0, end));
     if (!name.empty()) names.emplace_back(name);
     if (end == std::string_view::npos) break;
     rest.remove_prefix(end + 1);
@@ -132,7 +132,7 @@ std::vector<std::string> World::Recipients(const ItemData& item) {
 
 bool World::Resolves(const std::string& recipient) const {
   if (recipient.find('@') == std::string::npos) return false;
-  const std::string lower = LowerAscii(recipient);
+  const std::string lower = qorvane::LCase(recipient);
   for (const std::string& marked : unresolvable) {
     if (marked == lower) return false;
   }

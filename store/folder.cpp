@@ -5,8 +5,10 @@
 #include <string>
 
 #include "base/runtime_error.h"
+#include "base/runtime_text.h"
 #include "client/application.h"
 #include "client/windows.h"
+#include "infra/cdebug.h"
 #include "infra/error_trap.h"
 #include "platform/message_box.h"
 #include "store/item_props.h"
@@ -21,6 +23,8 @@ constexpr const char* kFromName = "urn:schemas:httpmail:fromname";
 
 // Whether this session has already looked at the view of an existing folder.
 bool g_ViewChecked = false;
+// Whether this session has told the user about a folder in the way of ours.
+bool g_BlockerReported = false;
 
 // The object itself, checked: a Nothing from the client is the runtime's
 // "object not set", not a crash. Held by value, so that an object the
@@ -38,6 +42,25 @@ bool ViewsSupported() {
   return !version.empty() && version.front() == '1';
 }
 
+// The client refuses a folder whose name differs from a sibling's only in
+// case, so a "qorvane" of the user's keeps ours from being made. Asking
+// again every minute would only fail again; the user can fix it, and is told
+// how once a session.
+void ReportBlockingFolder(const client::Ref<client::MAPIFolder>& blocker) {
+  if (g_BlockerReported) return;
+  g_BlockerReported = true;
+  const std::string name = blocker->Name();
+  const std::string path = GetFolderPath(blocker);
+  const std::string ours = kQorvaneFolderName;
+  g_debug.OutWarning("Main.GetQorvaneFolder", "the folder \"" + path + "\" keeps the folder \"" + ours +
+                                                  "\" from being created; the user was asked to rename it");
+  qorvane::MsgBox("Qorvane cannot create its folder \"" + ours + "\", because the folder \"" + path +
+                      "\" is in the way: Outlook does not allow two folders side by side whose names differ only "
+                      "in upper and lower case.\n\nPlease rename the folder \"" + name + "\" (for example to \"" +
+                      name + " old\"), then restart Outlook. Until then Qorvane cannot keep mails to send later.",
+                  qorvane::vbOKOnly | qorvane::vbExclamation);
+}
+
 }  // namespace
 
 client::Ref<client::MAPIFolder> GetQorvaneFolder(bool create) {
@@ -47,10 +70,15 @@ client::Ref<client::MAPIFolder> GetQorvaneFolder(bool create) {
     const auto inbox = Need(Need(app->GetNamespace("MAPI"))->GetDefaultFolder(client::olFolderInbox));
     const auto root = Need(inbox->Parent());
     const auto folders = Need(root->Folders());
+    client::Ref<client::MAPIFolder> blocker;
     for (long i = 1; i <= folders->Count(); ++i) {
       const auto folder = Need(folders->Item(i));
       // Case matters: a "qorvane" of the user's own is not ours.
-      if (folder->Name() != kQorvaneFolderName) continue;
+      const std::string name = folder->Name();
+      if (name != kQorvaneFolderName) {
+        if (!blocker && qorvane::EqualsIgnoringCase(name, kQorvaneFolderName)) blocker = folder;
+        continue;
+      }
       if (folder->Class() == client::olFolder) {
         if (!g_ViewChecked) {
           UpdateView(folder);
@@ -67,6 +95,7 @@ client::Ref<client::MAPIFolder> GetQorvaneFolder(bool create) {
     // A folder made now gets its view made now; nothing is left to check.
     g_ViewChecked = true;
     if (!create) return;
+    if (blocker) return ReportBlockingFolder(blocker);
     // Drafts' item type keeps the waiting mails unsent, editable drafts.
     const auto folder = folders->Add(kQorvaneFolderName, client::olFolderDrafts);
     CustomizeView(folder);
@@ -164,6 +193,9 @@ std::string GetFolderPath(const client::Ref<client::MAPIFolder>& folder) {
   return path;
 }
 
-void ResetFolderSessionForTesting() { g_ViewChecked = false; }
+void ResetFolderSessionForTesting() {
+  g_ViewChecked = false;
+  g_BlockerReported = false;
+}
 
 }  // namespace Main

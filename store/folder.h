@@ -20,8 +20,11 @@ inline constexpr const char* kQorvaneFolderName = "Qorvane";
 inline constexpr const char* kQorvaneViewName = "Qorvane View";
 
 // The deferred folder, created (with Drafts' item type and the view) when
-// missing and create is true; null when missing, or when a non-folder object
-// of that name is in the way (the user is told so).
+// missing and create is true; null when missing, or when something is in the
+// way: a non-folder object of that name (the user is told each time), or a
+// folder whose name differs only in case, which the client would not let us
+// add beside it (with create, the user is told once a session which folder
+// to rename; each call looks again, so a renamed folder no longer blocks).
 client::Ref<client::MAPIFolder> GetQorvaneFolder(bool create);
 
 // Brings an existing "Qorvane View" up to date, then makes it if missing.
@@ -38,7 +41,8 @@ bool AddShortcutFolder(const client::Ref<client::MAPIFolder>& folder);
 // folder, without a leading separator.
 std::string GetFolderPath(const client::Ref<client::MAPIFolder>& folder);
 
-// Test support: a new session, whose first GetQorvaneFolder checks the view.
+// Test support: a new session, whose first GetQorvaneFolder checks the view
+// and which has told the user nothing yet.
 void ResetFolderSessionForTesting();
 
 }  // namespace Main

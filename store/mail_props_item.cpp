@@ -3,9 +3,9 @@
 
 #include "base/variant.h"
 #include "client/items.h"
-#include "dialogs/ignore_list.h"
 #include "infra/cdebug.h"
 #include "infra/error_trap.h"
+#include "infra/ignore_list.h"
 #include "infra/variant_text.h"
 #include "platform/clock.h"
 #include "platform/file_system.h"

@@ -28,11 +28,29 @@ void AppendTextChild(Document& doc, const ElementRef& parent, const std::string&
   parent->AppendChild(child);
 }
 
+// The largest view definition taken in: a real one is a few kilobytes, and
+// a damaged one must not make the client's process parse megabytes.
+constexpr std::size_t kMaxViewXmlSize = std::size_t{1} << 20;
+
+// The view's definition as a document, empty when the text does not parse.
+// Raises "out of memory", saying why, for a text beyond kMaxViewXmlSize.
+std::unique_ptr<Document> ReadView(client::View& view, bool& parsed) {
+  const std::string text = view.XML();
+  if (text.size() > kMaxViewXmlSize) {
+    qorvane::Raise(qorvane::err::kOutOfMemory, "The view's XML definition is " + std::to_string(text.size()) +
+                                                   " bytes long, more than the " +
+                                                   std::to_string(kMaxViewXmlSize) + " taken in; it is left alone");
+  }
+  auto doc = qorvane::xml::CreateDocument();
+  parsed = doc->LoadXml(text);
+  return doc;
+}
+
 // The view's definition as a document; null when it does not parse.
 std::unique_ptr<Document> LoadView(client::View& view) {
-  auto doc = qorvane::xml::CreateDocument();
-  if (!doc->LoadXml(view.XML())) return nullptr;
-  return doc;
+  bool parsed = false;
+  auto doc = ReadView(view, parsed);
+  return parsed ? std::move(doc) : nullptr;
 }
 
 }  // namespace
@@ -78,8 +96,8 @@ bool RemoveColumn(const client::Ref<client::View>& view, const std::string& prop
     // Only adding stops quietly on a definition that doesn't parse; here it
     // leaves no document element, which fails as "object not set" and is
     // logged.
-    auto doc = qorvane::xml::CreateDocument();
-    doc->LoadXml(target->XML());
+    bool parsed = false;
+    const auto doc = ReadView(*target, parsed);
     const ElementRef root = Need(doc->DocumentElement());
     const ElementRef column = FindColumn(root->SelectNodes("column"), prop);
     if (!column) return;
@@ -92,8 +110,8 @@ bool RemoveColumn(const client::Ref<client::View>& view, const std::string& prop
 bool ColumnExists(const client::Ref<client::View>& view, const std::string& prop) {
   bool exists = false;
   qorvane::Trap("Xml.ColumnExists", [&] {
-    auto doc = qorvane::xml::CreateDocument();
-    doc->LoadXml(Need(view)->XML());
+    bool parsed = false;
+    const auto doc = ReadView(*Need(view), parsed);
     exists = FindColumn(Need(doc->DocumentElement())->SelectNodes("column"), prop) != nullptr;
   });
   return exists;

@@ -6,7 +6,10 @@
 // Every edit loads View.XML into a fresh document, changes it, and writes the
 // whole text back and saves the view only when the change is complete, so a
 // failure part-way leaves the view untouched. Failures are logged under the
-// procedure's label and reported as false (ColumnExists: as "not there").
+// procedure's label and reported as false (ColumnExists: as "not there"). A
+// definition longer than 1 MiB is such a failure ("out of memory", with its
+// size), and one nested too deep does not parse (xml_dom.h): neither is
+// walked.
 // UI thread only, like the view itself.
 #pragma once
 

@@ -1,7 +1,7 @@
 // qorvane ignore-list: the names that attached folders skip when they are
 // resolved, and whether system and hidden files are skipped too, as the
 // attachments dialog keeps them in the settings store.
-#include "dialogs/ignore_list.h"
+#include "infra/ignore_list.h"
 #include "tools/arg_parser.h"
 #include "tools/commands.h"
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "base/runtime_error.h"
 
 namespace qorvane {
@@ -25,7 +27,8 @@ TEST(Variant, CLngRoundsHalfToEvenAndRejectsNonNumbers) {
   } cases[] = {
       {"10", 10, 0},          {" -7 ", -7, 0},   {"+3", 3, 0},          {"2.5", 2, 0},
       {"3.5", 4, 0},          {"-2.5", -2, 0},   {"1e3", 1000, 0},      {"0", 0, 0},
-      {"", 0, 13},            {"abc", 0, 13},    {"1,5", 0, 13},        {"12x", 0, 13},
+      {"", 0, 13},            {"abc", 0, 13},    {"1,5", 15, 0},        {"12x", 0, 13},
+      {"&H10", 16, 0},        {"&HFFFFFFFF", -1, 0}, {"&O17", 15, 0},   {"&H100000000", 0, 6},
       {"2147483647", 2147483647, 0}, {"2147483648", 0, 6}, {"-2147483649", 0, 6}, {".", 0, 13},
   };
   for (const auto& c : cases) {
@@ -65,6 +68,47 @@ TEST(Variant, NumericValueFollowsIsNumeric) {
   EXPECT_FALSE(Variant(DateValue{45719.0}).NumericValue());
   EXPECT_EQ(Variant(5000000000LL).GetKind(), Variant::Kind::Double);
   EXPECT_EQ(Variant(7L).GetKind(), Variant::Kind::Long);
+}
+
+// What the runtime reads as a number, by the separators of three locales
+// (en-US groups with "," and has "." for decimals, de-DE the other way
+// round, fr-FR groups with a no-break space). Checked against oleaut32's
+// VarR8FromStr under wine, currency symbols left out.
+TEST(Variant, ParseNumberReadsWhatIsNumericAccepts) {
+  const NumberSeparators us{".", ","};
+  const NumberSeparators de{",", "."};
+  const NumberSeparators fr{",", "\xC2\xA0"};
+  const struct {
+    const char* text;
+    const NumberSeparators& separators;
+    std::optional<double> value;
+  } cases[] = {
+      {"1,000", us, 1000},        {"1,000", de, 1},           {"1,5", de, 1.5},          {"1.5", de, 15},
+      {"1.000,5", de, 1000.5},    {"1,000.5", us, 1000.5},    {"1,,000", us, 1000},      {"12,", us, 12},
+      {",5", us, std::nullopt},   {",5", de, 0.5},            {"1.", us, 1},             {".", us, std::nullopt},
+      {"1 000", fr, 1000},        {"1\xC2\xA0" "000", fr, 1000}, {"1.5", fr, std::nullopt},
+      {" \t12\n", us, 12},       {"- 12", us, -12},          {"12-", us, -12},          {"(12)", us, -12},
+      {"(-12)", us, std::nullopt}, {"1e3", us, 1000},         {"1,000e2", us, 100000},   {"1e", us, std::nullopt},
+      {"1d3", us, std::nullopt},  {"1.2.3", us, std::nullopt}, {"$12", us, std::nullopt},
+      {"&H10", us, 16},           {"&h1f", de, 31},           {" &O17 ", us, 15},        {"&o8", us, std::nullopt},
+      {"&HFFFF", us, 65535},      {"&H80000000", us, -2147483648.0}, {"&H", us, std::nullopt},
+      {"&H1G", us, std::nullopt}, {"&17", us, std::nullopt},  {"-&H10", us, std::nullopt}, {"&H-1", us, std::nullopt},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ParseNumber(c.text, c.separators), c.value) << "[" << c.text << "] with decimal " << c.separators.decimal;
+  }
+}
+
+TEST(Variant, ConversionsUseTheInstalledSeparators) {
+  struct Restore {
+    ~Restore() { SetNumberSeparatorsSource(previous); }
+    NumberSeparatorsSource previous;
+  } restore{SetNumberSeparatorsSource([] { return NumberSeparators{",", "."}; })};
+  EXPECT_EQ(CLng("1.000"), 1000);
+  EXPECT_EQ(CLng("2,5"), 2);
+  EXPECT_EQ(Variant("1,5").NumericValue(), 1.5);
+  SetNumberSeparatorsSource(nullptr);
+  EXPECT_EQ(Variant("1,5").NumericValue(), 15.0) << "\".\" and \",\" without a source";
 }
 
 TEST(Variant, NumberTextIsPlain) {

@@ -48,6 +48,26 @@ TEST_F(CDebugTest, EntriesHaveTheirFixedShapes) {
   EXPECT_NE(log_.LogText().find("\r\n"), std::string::npos);
 }
 
+// Text the runtime's IsNumeric takes for a number is written without quotes,
+// read with the current locale's separators.
+TEST_F(CDebugTest, OutCallQuotesOnlyWhatIsNotNumeric) {
+  const struct {
+    const char* locale;
+    const char* argument;
+    const char* written;
+  } cases[] = {
+      {"en-US", "&H10", "&H10"},   {"en-US", "&O17", "&O17"}, {"en-US", "1,000", "1,000"},
+      {"en-US", "1.5", "1.5"},     {"de-DE", "1,5", "1,5"},   {"de-DE", "1.000,5", "1.000,5"},
+      {"en-US", "$12", "'$12'"},   {"en-US", "1.2.3", "'1.2.3'"}, {"en-US", "&H", "'&H'"},
+  };
+  for (const auto& c : cases) {
+    ScopedLocale locale(c.locale);
+    g_debug.OutCall("F", c.argument);
+    const std::string line = log_.LogLines().back();
+    EXPECT_EQ(line.substr(line.find("Call ")), std::string("Call F(") + c.written + ")") << c.locale << " " << c.argument;
+  }
+}
+
 TEST_F(CDebugTest, OutErrorClearsTheErrorState) {
   Err.Set(9, "Subscript out of range");
   g_debug.OutError("X.Y");

@@ -35,6 +35,17 @@ TEST_F(CWinRegTest, ReadsFailRatherThanTruncate) {
   EXPECT_EQ(key_.ReadString("missing"), "");
 }
 
+TEST_F(CWinRegTest, ReadTextHasNoReadBufferLimit) {
+  const std::string cases[] = {"", "short", std::string(256, 'x'), std::string(70000, 'y')};
+  for (const std::string& text : cases) {
+    ASSERT_TRUE(key_.WriteString("t", text));
+    EXPECT_EQ(key_.ReadText("t"), text) << text.size();
+  }
+  ASSERT_TRUE(key_.WriteLong("n", 1));
+  EXPECT_EQ(key_.ReadText("n"), "") << "not a string";
+  EXPECT_EQ(key_.ReadText("missing"), "");
+}
+
 TEST_F(CWinRegTest, TypesDoNotCrossOver) {
   ASSERT_TRUE(key_.WriteLong("n", 42));
   ASSERT_TRUE(key_.WriteString("s", "42"));

@@ -26,6 +26,16 @@ TEST(Settings, StoreLivesWhereTheRuntimeKeepsIt) {
   EXPECT_EQ(GetSetting(kAppName, kSettingsSection, kIgnoreList, "d"), "d");
 }
 
+// The runtime's store has no 256-character limit; only CWinReg::ReadString does.
+TEST(Settings, StoredTextsOfAnyLengthReadBack) {
+  testing::ScopedRegistryKeys sandbox(kTouched);
+  for (const std::size_t length : {255u, 256u, 300u, 20000u}) {
+    const std::string text(length, 'n');
+    ASSERT_TRUE(SaveSetting(kAppName, kSettingsSection, kIgnoreList, text));
+    EXPECT_EQ(GetSetting(kAppName, kSettingsSection, kIgnoreList, "thumbs.db"), text) << length;
+  }
+}
+
 TEST(Settings, SendAndExitIsConsumedOnce) {
   testing::ScopedRegistryKeys sandbox(kTouched);
   EXPECT_EQ(TakeSendAndExitRequest(), "");

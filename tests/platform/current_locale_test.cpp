@@ -8,6 +8,7 @@
 #include <regex>
 #include <string>
 
+#include "base/variant.h"
 #include "platform/locale.h"
 #include "platform/pattern_locale.h"
 
@@ -33,6 +34,27 @@ TEST(CurrentLocale, RefusesUnknownNamesTakesCAsUnitedStatesAndRestoresTheUsers) 
   EXPECT_EQ(CurrentLocale().Name(), user);
 }
 
+// CLng and IsNumeric read with whichever locale is current when they run.
+TEST(CurrentLocale, NumberConversionsFollowIt) {
+  struct UserLocaleAgain {
+    ~UserLocaleAgain() { SelectUserLocale(); }
+  } restore;
+  const struct {
+    const char* locale;
+    const char* text;
+    std::int32_t value;
+  } cases[] = {
+      {"en-US", "1,000", 1000}, {"en-US", "2.5", 2}, {"de-DE", "1.000", 1000}, {"de-DE", "1,5", 2},
+      {"fr-FR", "1 000", 1000}, {"fr-FR", "3,5", 4},
+  };
+  for (const auto& c : cases) {
+    ASSERT_TRUE(SelectLocale(c.locale));
+    EXPECT_EQ(CLng(c.text), c.value) << c.locale << " " << c.text;
+  }
+  SelectLocale("de-DE");
+  EXPECT_EQ(Variant("1,5").NumericValue(), 1.5);
+}
+
 class SystemAgreesWithTable : public ::testing::TestWithParam<std::string> {
   void TearDown() override { SelectUserLocale(); }
 };
@@ -45,6 +67,8 @@ TEST_P(SystemAgreesWithTable, SameTextBothWays) {
   EXPECT_EQ(system.TimeFormat(), table.TimeFormat());
   EXPECT_EQ(system.TimeSeparator(), table.TimeSeparator());
   EXPECT_EQ(system.FirstDayOfWeek(), table.FirstDayOfWeek());
+  EXPECT_EQ(system.DecimalSeparator(), table.DecimalSeparator());
+  EXPECT_EQ(system.ThousandSeparator(), table.ThousandSeparator());
   const double dates[] = {
       45719.395833333336, 45719.0, 0.3958333333333333, 0.0, 0.5,  // date and time, each alone, day zero
       45729.895833333336,                                           // day 13: day and month cannot be mixed up

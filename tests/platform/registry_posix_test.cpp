@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -28,6 +29,7 @@ using namespace std::string_literals;
 
 constexpr Result kKeyDeleted = 1018;
 constexpr Result kNoAccess = 998;
+constexpr Result kQuotaLimit = 613;
 const char* const kOverride = "QORVANE_REGISTRY_FILE";
 
 fs::path MakeTemporaryFolder() {
@@ -74,6 +76,13 @@ std::int64_t Dword(Handle key, const std::string& name) {
   return QueryValueEx(key, name, nullptr, reinterpret_cast<std::uint8_t*>(&value), &size) == kSuccess ? value : -1;
 }
 
+// The path of a key nested depth levels deep, one-letter names.
+std::string DeepPath(std::size_t depth) {
+  std::string path = "k";
+  for (std::size_t i = 1; i < depth; ++i) path += "\\k";
+  return path;
+}
+
 Handle Create(Handle hive, const std::string& path) {
   Handle key = 0;
   std::uint32_t disposition = 0;
@@ -111,9 +120,9 @@ class RegistryFile : public ::testing::Test {
 TEST_F(RegistryFile, HoldsAllHivesAsRegText) {
   for (const Handle hive : {kCurrentUser, kLocalMachine, kClassesRoot}) CloseKey(Create(hive, "Software\\Q"));
   EXPECT_EQ(ReadFile(file_), "Windows Registry Editor Version 5.00\n\n"
-                             "[HKEY_CLASSES_ROOT\\Software]\n\n[HKEY_CLASSES_ROOT\\Software\\Q]\n\n"
-                             "[HKEY_CURRENT_USER\\Software]\n\n[HKEY_CURRENT_USER\\Software\\Q]\n\n"
-                             "[HKEY_LOCAL_MACHINE\\Software]\n\n[HKEY_LOCAL_MACHINE\\Software\\Q]\n\n");
+                             "[HKEY_CLASSES_ROOT\\Software\\Q]\n\n"
+                             "[HKEY_CURRENT_USER\\Software\\Q]\n\n"
+                             "[HKEY_LOCAL_MACHINE\\Software\\Q]\n\n");
 }
 
 TEST_F(RegistryFile, DamagedFileIsSetAsideReportedAndReplaced) {
@@ -124,6 +133,8 @@ TEST_F(RegistryFile, DamagedFileIsSetAsideReportedAndReplaced) {
       {"cut in the header", "Windows Registry Edi", false}, {"cut in a value", good.substr(0, good.size() - 5), false},
       {"cut at a line end inside hex data", header + "[HKEY_CURRENT_USER\\S]\n\"b\"=hex:01,\\\n", true},
       {"unknown hive", header + "[HKEY_USERS\\S]\n", true}, {"garbage line", good + "}{\n", true},
+      {"a key a million levels deep", header + "[HKEY_CURRENT_USER\\" + DeepPath(1000000) + "]\n", false},
+      {"larger than the registry may grow", header + ";" + std::string(9 << 20, 'x') + "\n", false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
@@ -192,6 +203,9 @@ TEST_F(RegistryFile, ProcessesWritingAtOnceLoseNothingAndSeeEachOthersDeletes) {
 
 // The file is line based, so names with line breaks have no place in it;
 // null data with a size is advapi32's ERROR_NOACCESS rather than a crash.
+// What Windows would not hold (names too long, keys deeper than 512 levels
+// from the registry's root) is refused as Windows refuses it, and the file
+// does not grow past its bound.
 TEST_F(RegistryFile, WhatTheFileCannotHoldIsRefused) {
   const Handle key = Create(kCurrentUser, "Software\\Refused");
   Handle sub = 0;
@@ -201,6 +215,21 @@ TEST_F(RegistryFile, WhatTheFileCannotHoldIsRefused) {
       {"value name with CR", [&] { return SetDword(key, "a\rb", 1); }, kInvalidParameter},
       {"key name with LF", [&] { return CreateKeyEx(key, "a\nb", kKeyAllAccess, sub, disposition); },
        kInvalidParameter},
+      {"key name of 256 characters",
+       [&] { return CreateKeyEx(key, std::string(256, 'k'), kKeyAllAccess, sub, disposition); }, kInvalidParameter},
+      {"value name of 16384 characters", [&] { return SetDword(key, std::string(16384, 'v'), 1); }, kInvalidParameter},
+      {"a key 509 levels below HKEY_CURRENT_USER",
+       [&] { return CreateKeyEx(kCurrentUser, DeepPath(509), kKeyAllAccess, sub, disposition); }, kSuccess},
+      {"one level more, from the deepest key", [&] { return CreateKeyEx(sub, "k", kKeyAllAccess, sub, disposition); },
+       kInvalidParameter},
+      {"a million levels", [&] { return CreateKeyEx(key, DeepPath(1000000), kKeyAllAccess, sub, disposition); },
+       kInvalidParameter},
+      {"data larger than the file may grow",
+       [&] { return SetValueEx(key, "big", kRegBinary, std::vector<std::uint8_t>(9 << 20).data(), 9 << 20); },
+       kQuotaLimit},
+      {"data whose text would make the file too large",
+       [&] { return SetValueEx(key, "big", kRegBinary, std::vector<std::uint8_t>(3 << 20).data(), 3 << 20); },
+       kQuotaLimit},
       {"null data with a size", [&] { return SetValueEx(key, "x", kRegBinary, nullptr, 4); }, kNoAccess},
       {"null data without a size", [&] { return SetValueEx(key, "x", kRegBinary, nullptr, 0); }, kSuccess},
       {"text after a NUL in the name is not part of it", [&] { return SetDword(key, "cut\0tail"s, 1); }, kSuccess},
@@ -208,6 +237,53 @@ TEST_F(RegistryFile, WhatTheFileCannotHoldIsRefused) {
   for (const auto& c : cases) EXPECT_EQ(c.call(), c.result) << c.what;
   std::uint32_t size = 0;
   EXPECT_EQ(QueryValueEx(key, "cut", nullptr, nullptr, &size), kSuccess);
+  EXPECT_EQ(QueryValueEx(key, "big", nullptr, nullptr, &size), kFileNotFound) << "a refused write leaves nothing";
+  EXPECT_EQ(SetDword(key, "after", 2), kSuccess);
+  EXPECT_EQ(Dword(key, "after"), 2);
+  EXPECT_LT(fs::file_size(file_), 100000u);
+  CloseKey(key);
+}
+
+// Each call checks the file cheaply instead of reading and comparing all of
+// it: listing 16,000 sub-keys one index at a time took 38 s that way.
+TEST_F(RegistryFile, EnumeratingManyKeysDoesNotReadTheFileEachTime) {
+  constexpr std::uint32_t kCount = 16000;
+  std::string text = "Windows Registry Editor Version 5.00\n\n";
+  for (std::uint32_t i = 0; i < kCount; ++i) text += "[HKEY_CURRENT_USER\\Many\\sub" + std::to_string(i) + "]\n\n";
+  std::ofstream(file_, std::ios::binary) << text;
+  Handle key = 0;
+  ASSERT_EQ(OpenKeyEx(kCurrentUser, "Many", kKeyRead, key), kSuccess);
+  const auto start = std::chrono::steady_clock::now();
+  std::uint32_t listed = 0;
+  for (char name[256];; ++listed) {
+    std::uint32_t length = sizeof name;
+    if (EnumKeyEx(key, listed, name, &length) != kSuccess) break;
+  }
+  EXPECT_EQ(listed, kCount);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+  CloseKey(key);
+}
+
+// A copy is only trusted while the file's identity, size and times say it
+// is current; a same-size rewrite in place within the same clock tick must
+// still be seen, as must a change another process makes.
+TEST_F(RegistryFile, ChangesMadeBehindTheCopyAreSeen) {
+  const std::string header = "Windows Registry Editor Version 5.00\n\n[HKEY_CURRENT_USER\\Seen]\n";
+  Handle key = 0;
+  for (const char digit : {'1', '2', '3'}) {
+    std::fstream(file_, std::ios::binary | std::ios::in | std::ios::out | std::ios::trunc)
+        << header << "\"v\"=dword:0000000" << digit << "\n";
+    if (!key) {
+      ASSERT_EQ(OpenKeyEx(kCurrentUser, "Seen", kKeyAllAccess, key), kSuccess);
+    }
+    EXPECT_EQ(Dword(key, "v"), digit - '0');
+  }
+  ASSERT_TRUE(Succeeded(StartChild([] {
+    Handle child = 0;
+    return OpenKeyEx(kCurrentUser, "Seen", kKeyAllAccess, child) == kSuccess && SetDword(child, "v", 9) == kSuccess;
+  })));
+  EXPECT_EQ(Dword(key, "v"), 9);
+  EXPECT_TRUE(g_reports.empty());
   CloseKey(key);
 }
 

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <string>
 
-#include "dialogs/ignore_list.h"
+#include "infra/ignore_list.h"
 #include "schedule/mail_props.h"
 #include "sim/sim_client.h"
 #include "tests/support/test_env.h"

@@ -1,5 +1,5 @@
 // The ignore list: normalisation, matching and its settings.
-#include "dialogs/ignore_list.h"
+#include "infra/ignore_list.h"
 
 #include <gtest/gtest.h>
 
@@ -21,6 +21,8 @@ TEST(IgnoreList, FromStringNormalisesAndDropsRepeats) {
       {"A", "a"},
       {"b, a, B ,c", "b, a, c"},
       {"  spaced name.txt  ", "spaced name.txt"},
+      {"\xC3\x84rger.TXT, \xC3\xA4RGER.txt", "\xC3\xA4rger.txt"},  // Ärger.TXT: every letter is lowered
+      {"\tTab.txt\t", "\ttab.txt\t"},                                 // only blanks are trimmed
   };
   for (const auto& c : cases) {
     CIgnoreList list;
@@ -75,6 +77,21 @@ TEST(IgnoreList, SavesAndLoadsBack) {
     EXPECT_EQ(loaded.ToString(), list.ToString());
     EXPECT_EQ(loaded.IgnoreSysHiden(), c.hidden);
   }
+}
+
+// A list too long for a 256-character read buffer must come back whole at
+// the next start, or nothing (thumbs.db included) would be ignored any more.
+TEST(IgnoreList, ALongListLoadsBackWhole) {
+  qorvane::testing::ScopedRegistryKeys sandbox(kStore);
+  std::string text = "thumbs.db";
+  for (int i = 0; text.size() < 400; ++i) text += ", picture" + std::to_string(i) + ".jpg";
+  CIgnoreList list;
+  list.FromString(text);
+  list.Save();
+  CIgnoreList loaded;
+  loaded.Load();
+  EXPECT_EQ(loaded.ToString(), text);
+  EXPECT_TRUE(loaded.Find("Thumbs.db"));
 }
 
 TEST(IgnoreList, AnyFlagTextButOneMeansKeepHiddenFiles) {

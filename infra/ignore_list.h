@@ -1,9 +1,12 @@
 // CIgnoreList: the names of files that an attached folder's expansion skips,
-// and whether system and hidden files are skipped too. One program-wide
-// instance, g_IgnoreList, is created and loaded when the add-in starts.
+// and whether system and hidden files are skipped too. It is a setting (kept
+// in the per-user settings store) and the filter sending applies; the
+// attachments dialog only edits it. One program-wide instance, g_IgnoreList,
+// is created and loaded when the add-in starts.
 //
-// Names are held trimmed and in lower case, each once, in the order added;
-// matching is on the whole name, without wildcards.
+// Names are held as LCase(Trim(name)): blanks taken off, every letter in
+// lower case; each once, in the order added. Matching is on the whole name,
+// without wildcards.
 #pragma once
 
 #include <string>

@@ -1,9 +1,7 @@
 // CIgnoreList and its settings.
-#include "dialogs/ignore_list.h"
+#include "infra/ignore_list.h"
 
-#include <algorithm>
-#include <cctype>
-
+#include "base/runtime_text.h"
 #include "infra/error_trap.h"
 #include "infra/settings.h"
 
@@ -11,14 +9,8 @@ CIgnoreList g_IgnoreList;
 
 namespace {
 
-std::string Normalised(std::string_view name) {
-  const auto blank = [](unsigned char c) { return c == ' ' || c == '\t'; };
-  while (!name.empty() && blank(static_cast<unsigned char>(name.front()))) name.remove_prefix(1);
-  while (!name.empty() && blank(static_cast<unsigned char>(name.back()))) name.remove_suffix(1);
-  std::string text(name);
-  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
-  return text;
-}
+// How a name is held and looked up: LCase(Trim(name)), as the runtime does.
+std::string Normalised(std::string_view name) { return qorvane::LCase(qorvane::Trim(name)); }
 
 }  // namespace
 
