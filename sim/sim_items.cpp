@@ -29,7 +29,7 @@ client::Ref<client::Item> SimItems::Item(long index) {
 
 client::Ref<client::Items> SimItems::Restrict(const std::string& filter) {
   world_.Enter("Items", "Restrict");
-  const ItemFilter parsed = ItemFilter::Parse(filter);
+  const ItemFilter parsed = ItemFilter::Parse(filter, Context());
   std::vector<ItemPtr> found;
   const auto test = [&](const ItemPtr& item) {
     if (parsed.Matches(*item)) found.push_back(item);
@@ -39,12 +39,12 @@ client::Ref<client::Items> SimItems::Restrict(const std::string& filter) {
   } else {
     for (const ItemPtr& item : Arranged()) test(item);
   }
-  return std::make_shared<SimItems>(world_, folder_, std::move(found));
+  return world_.Hand(std::make_shared<SimItems>(world_, folder_, std::move(found)));
 }
 
 client::Ref<client::Item> SimItems::Find(const std::string& filter) {
   world_.Enter("Items", "Find");
-  findFilter_ = ItemFilter::Parse(filter);
+  findFilter_ = ItemFilter::Parse(filter, Context());
   return FindFrom(0);
 }
 
@@ -80,7 +80,28 @@ void SimItems::Sort(const std::string& property, bool descending) {
       return;
     }
   }
+  if (key.size() > 2 && key.front() == '[' && key.back() == ']') {
+    if (const auto* field = folder_->FindField(key.substr(1, key.size() - 2))) {
+      sortKey_ = SortKey::UserProperty;
+      sortProperty_ = field->lowerName;
+      sortType_ = field->type;
+      descending_ = descending;
+      arrangedValid_ = false;
+      return;
+    }
+  }
   qorvane::Raise(fault::kDispatchException, "The property \"" + property + "\" is unknown.");
+}
+
+FilterContext SimItems::Context() const {
+  FilterContext context;
+  const std::shared_ptr<SimFolder> folder = folder_;
+  context.folderField = [folder](const std::string& lowerName) -> std::optional<long> {
+    if (const auto* field = folder->FindField(lowerName)) return field->type;
+    return std::nullopt;
+  };
+  context.zone = &world_.timeZone;
+  return context;
 }
 
 bool SimItems::IncludeRecurrences() {
@@ -104,8 +125,26 @@ const std::vector<ItemPtr>& SimItems::Arranged() {
   arranged_ = fixed_ ? *fixed_ : folder_->items.Snapshot();
   // The client expands a series only in a collection sorted on its start.
   if (includeRecurrences_ && sortKey_ == SortKey::Start) arranged_ = Expand(arranged_);
-  const auto less = [this](const ItemPtr& a, const ItemPtr& b) {
+  // A user property's value of the field's type, as a number or as text.
+  const auto fieldValue = [this](const ItemData& item) -> const qorvane::Variant* {
+    for (const auto& property : item.properties) {
+      if (property->lowerName == sortProperty_) return property->type == sortType_ ? &property->value : nullptr;
+    }
+    return nullptr;
+  };
+  const auto lessByField = [&](const ItemPtr& a, const ItemPtr& b) {
+    const qorvane::Variant* x = fieldValue(*a);
+    const qorvane::Variant* y = fieldValue(*b);
+    if (!x || !y) return !x && y;  // no value first
+    if (sortType_ == client::olText) return LowerAscii(x->AsString()) < LowerAscii(y->AsString());
+    const auto number = [](const qorvane::Variant& v) {
+      return v.GetKind() == qorvane::Variant::Kind::Date ? v.AsDate() : v.NumericValue().value_or(0.0);
+    };
+    return number(*x) < number(*y);
+  };
+  const auto less = [this, &lessByField](const ItemPtr& a, const ItemPtr& b) {
     switch (sortKey_) {
+      case SortKey::UserProperty: return lessByField(a, b);
       case SortKey::Subject: return LowerAscii(a->subject) < LowerAscii(b->subject);
       case SortKey::To: return LowerAscii(a->to) < LowerAscii(b->to);
       case SortKey::Start: return a->start < b->start;
