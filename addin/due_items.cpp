@@ -76,13 +76,25 @@ std::string DeferredFolderScan::DueFilter(double now) {
 std::vector<client::Ref<client::MailItem>> DeferredFolderScan::DueItems(const client::Ref<client::MAPIFolder>& folder,
                                                                        double now, std::string_view label) {
   if (!folder) qorvane::Raise(qorvane::err::kObjectNotSet);
+  earliestOfThisPass_.reset();
   const auto items = folder->Items();
   client::Ref<client::Items> candidates;
   if (ClientFiltersItems() && !filterRefused_) {
     const std::string filter = DueFilter(now);
-    if (!qorvane::Trap(label, [&] { candidates = items->Restrict(filter); })) {
-      g_debug.OutWarning(label, "the client refused the filter " + filter + "; walking the folder from now on");
+    bool trusted = qorvane::Trap(label, [&] { candidates = items->Restrict(filter); });
+    // A client that reads the bound's date differently finds nothing rather
+    // than failing; nothing found while the earliest send time has come
+    // means the filter cannot be trusted.
+    if (trusted && candidates->Count() == 0) {
+      const std::optional<double> earliest = Earliest(folder, label);
+      trusted = !earliest || *earliest > now;
+      // Nothing will be sent this pass, so the earliest stays what it is.
+      if (trusted) earliestOfThisPass_ = earliest;
+    }
+    if (!trusted) {
+      g_debug.OutWarning(label, "the client does not answer the filter " + filter + "; walking the folder from now on");
       filterRefused_ = true;
+      candidates = nullptr;
     }
   }
   std::vector<client::Ref<client::MailItem>> due;
@@ -98,6 +110,11 @@ std::vector<client::Ref<client::MailItem>> DeferredFolderScan::DueItems(const cl
 std::optional<double> DeferredFolderScan::Earliest(const client::Ref<client::MAPIFolder>& folder,
                                                    std::string_view label) {
   if (!folder) qorvane::Raise(qorvane::err::kObjectNotSet);
+  if (earliestOfThisPass_) {
+    const std::optional<double> known = *earliestOfThisPass_;
+    earliestOfThisPass_.reset();
+    return known;
+  }
   client::Ref<client::Items> sorted;
   if (ClientFiltersItems() && !sortRefused_) {
     const bool done = qorvane::Trap(label, [&] {

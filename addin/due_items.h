@@ -13,9 +13,9 @@
 //  - earliest: the items that have a "ScheduleTime", sorted on it, the first
 //    one that passes the exact check. Sorting needs "ScheduleTime" to be a
 //    date-time field of the folder; it is made one when it is missing.
-// When the client refuses the filter or the sort (an older store, a locale
-// whose dates it reads differently), the failure is logged once and the walk
-// answers from then on. A failure on one item skips that item (logged under
+// When the client refuses the filter or the sort (an older store), or finds
+// nothing while the earliest send time has already come (it read the bound's
+// date differently), that is logged once and the walk answers from then on. A failure on one item skips that item (logged under
 // the caller's label); it never stops the others.
 //
 // Lifecycle: one per connection (it remembers what the client refused).
@@ -35,7 +35,8 @@ class DeferredFolderScan {
   std::vector<client::Ref<client::MailItem>> DueItems(const client::Ref<client::MAPIFolder>& folder, double now,
                                                       std::string_view label);
   // The earliest "ScheduleTime" of the folder's mail items; none when no mail
-  // item has one.
+  // item has one. Right after a DueItems that found nothing due, the answer
+  // it already had.
   std::optional<double> Earliest(const client::Ref<client::MAPIFolder>& folder, std::string_view label);
 
   // The DASL filter for "due at now" in the current time zone and locale.
@@ -46,5 +47,6 @@ class DeferredFolderScan {
 
  private:
   bool filterRefused_ = false;
+  std::optional<std::optional<double>> earliestOfThisPass_;
   bool sortRefused_ = false;
 };
