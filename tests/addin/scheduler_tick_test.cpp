@@ -70,6 +70,14 @@ TEST_P(TickOnClients, SendsTheDueMailsInFolderOrderWithOneSendReceive) {
   ExpectCleanLog();
 }
 
+TEST_P(TickOnClients, AMailDueSecondsAgoGoesWithTheOthers) {
+  Waiting("long due", At(2025, 3, 3, 9, 0));
+  Waiting("seconds ago", At(2025, 3, 3, 9, 29, 10));
+  S().Start();
+  Client().RunUntil(At(2025, 3, 3, 9, 29, 31));
+  EXPECT_EQ(Sent(), (std::vector<std::string>{"long due at 3/3/2025 9:29:31 AM", "seconds ago at 3/3/2025 9:29:31 AM"}));
+}
+
 TEST_P(TickOnClients, AnEmptyFolderPublishesNoNextOccurence) {
   SetOwnString(settings::kNextOccurence, "1/1/2020 9:00:00 AM");
   S().Start();
