@@ -149,8 +149,7 @@ RecurrenceAnswer Pattern(Words& words, const std::string& kind) {
     answer.recurrenceType = qorvane::kRecursDaily;
     Expect(words, "every");
     if (words.Take("weekday")) {
-      answer.interval = 0;
-      answer.dayOfWeekMask = 62;
+      answer.everyWeekday = true;
     } else {
       answer.interval = Count(words, "a number");
       ExpectUnit(words, "day");

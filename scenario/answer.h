@@ -53,7 +53,8 @@ enum class RecurrenceEnd { NoEnd, AfterOccurrences, ByDate };
 // instance 5 = last).
 struct RecurrenceAnswer {
   std::int32_t recurrenceType = 1;
-  std::int32_t interval = 1;  // daily with 0: every weekday
+  bool everyWeekday = false;  // daily: "Every weekday" instead of every n days
+  std::int32_t interval = 1;
   std::int32_t dayOfWeekMask = 0;
   std::int32_t dayOfMonth = 0;
   std::int32_t instance = 0;

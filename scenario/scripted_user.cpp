@@ -44,7 +44,7 @@ bool Refuse(const std::string& message, bool messages) {
 
 // The pattern page and the range's start into rec, with the dialog's checks.
 bool StorePattern(CMailProps& rec, const RecurrenceAnswer& a, const RecurrenceControls& shown, bool messages) {
-  const bool everyWeekday = a.recurrenceType == qorvane::kRecursDaily && a.interval == 0;
+  const bool everyWeekday = a.recurrenceType == qorvane::kRecursDaily && a.everyWeekday;
   const bool usesInterval = a.recurrenceType != qorvane::kRecursYearly && a.recurrenceType != qorvane::kRecursYearNth;
   if (usesInterval && !everyWeekday && a.interval < 1) return Refuse(kNumberNotValid, messages);
   const bool usesDay = a.recurrenceType == qorvane::kRecursMonthly || a.recurrenceType == qorvane::kRecursYearly;
