@@ -10,6 +10,7 @@
 #include "base/ole_date.h"
 #include "base/runtime_error.h"
 #include "infra/cdebug.h"
+#include "infra/cwinreg.h"
 #include "infra/error_trap.h"
 #include "infra/settings.h"
 #include "platform/clock.h"
@@ -78,8 +79,13 @@ void Connect::SaveNextOccurence() {
   qorvane::Trap("SaveNextOccurence", [&] {
     const auto folder = Main::GetQorvaneFolder(true);
     const std::optional<double> earliest = scan_.Earliest(folder, "SaveNextOccurence");
-    qorvane::settings::WriteOwnString(qorvane::settings::kNextOccurence,
-                                      earliest ? qorvane::CurrentLocale().FormatGeneralDate(*earliest) : "");
+    const std::string text = earliest ? qorvane::CurrentLocale().FormatGeneralDate(*earliest) : "";
+    // Written only when it differs: the value stays exactly what every pass
+    // publishes, without a durable write of the same text twice a minute.
+    CWinReg reg;
+    if (!reg.InitForWrite(CWinReg::HKEY_CURRENT_USER, qorvane::settings::kOwnKey, true)) return;
+    if (!reg.ValueType(qorvane::settings::kNextOccurence) || reg.ReadString(qorvane::settings::kNextOccurence) != text)
+      reg.WriteString(qorvane::settings::kNextOccurence, text);
   });
 }
 

@@ -125,41 +125,56 @@ const std::vector<ItemPtr>& SimItems::Arranged() {
   arranged_ = fixed_ ? *fixed_ : folder_->items.Snapshot();
   // The client expands a series only in a collection sorted on its start.
   if (includeRecurrences_ && sortKey_ == SortKey::Start) arranged_ = Expand(arranged_);
-  // A user property's value of the field's type, as a number or as text.
-  const auto fieldValue = [this](const ItemData& item) -> const qorvane::Variant* {
-    for (const auto& property : item.properties) {
-      if (property->lowerName == sortProperty_) return property->type == sortType_ ? &property->value : nullptr;
-    }
-    return nullptr;
-  };
-  const auto lessByField = [&](const ItemPtr& a, const ItemPtr& b) {
-    const qorvane::Variant* x = fieldValue(*a);
-    const qorvane::Variant* y = fieldValue(*b);
-    if (!x || !y) return !x && y;  // no value first
-    if (sortType_ == client::olText) return LowerAscii(x->AsString()) < LowerAscii(y->AsString());
-    const auto number = [](const qorvane::Variant& v) {
-      return v.GetKind() == qorvane::Variant::Kind::Date ? v.AsDate() : v.NumericValue().value_or(0.0);
-    };
-    return number(*x) < number(*y);
-  };
-  const auto less = [this, &lessByField](const ItemPtr& a, const ItemPtr& b) {
-    switch (sortKey_) {
-      case SortKey::UserProperty: return lessByField(a, b);
-      case SortKey::Subject: return LowerAscii(a->subject) < LowerAscii(b->subject);
-      case SortKey::To: return LowerAscii(a->to) < LowerAscii(b->to);
-      case SortKey::Start: return a->start < b->start;
-      case SortKey::End: return a->end < b->end;
-      case SortKey::None: break;
-    }
-    return false;
-  };
   if (sortKey_ != SortKey::None) {
-    if (descending_) {
-      std::stable_sort(arranged_.begin(), arranged_.end(),
-                       [&](const ItemPtr& a, const ItemPtr& b) { return less(b, a); });
-    } else {
-      std::stable_sort(arranged_.begin(), arranged_.end(), less);
+    // Each item's key is taken once; a 10,000-item sort then compares keys only.
+    struct Keyed {
+      bool present = true;  // items without a value of a field's type come first
+      double number = 0.0;
+      std::string text;
+      ItemPtr item;
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(arranged_.size());
+    for (ItemPtr& item : arranged_) {
+      Keyed key;
+      switch (sortKey_) {
+        case SortKey::Subject: key.text = LowerAscii(item->subject); break;
+        case SortKey::To: key.text = LowerAscii(item->to); break;
+        case SortKey::Start: key.number = item->start; break;
+        case SortKey::End: key.number = item->end; break;
+        case SortKey::UserProperty: {
+          key.present = false;
+          for (const auto& property : item->properties) {
+            if (property->lowerName != sortProperty_) continue;
+            if (property->type != sortType_) break;
+            key.present = true;
+            const qorvane::Variant& value = property->value;
+            if (sortType_ == client::olText) {
+              key.text = LowerAscii(value.AsString());
+            } else {
+              key.number = value.GetKind() == qorvane::Variant::Kind::Date ? value.AsDate()
+                                                                            : value.NumericValue().value_or(0.0);
+            }
+            break;
+          }
+          break;
+        }
+        case SortKey::None: break;
+      }
+      key.item = std::move(item);
+      keyed.push_back(std::move(key));
     }
+    const auto less = [](const Keyed& a, const Keyed& b) {
+      if (a.present != b.present) return !a.present;
+      if (a.number != b.number) return a.number < b.number;
+      return a.text < b.text;
+    };
+    if (descending_) {
+      std::stable_sort(keyed.begin(), keyed.end(), [&](const Keyed& a, const Keyed& b) { return less(b, a); });
+    } else {
+      std::stable_sort(keyed.begin(), keyed.end(), less);
+    }
+    for (std::size_t i = 0; i < keyed.size(); ++i) arranged_[i] = std::move(keyed[i].item);
   }
   arrangedValid_ = true;
   arrangedVersion_ = version;
