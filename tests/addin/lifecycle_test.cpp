@@ -1,7 +1,9 @@
 // The connection's life: what it records and publishes at connection, its
 // states as main windows come and go, the one-shot send-and-exit request,
 // a second stop, late timer events, and faults of the client at any call.
+#include <cctype>
 #include <cstdio>
+#include <functional>
 #include <set>
 
 #include "addin/frm_timer.h"
@@ -42,7 +44,9 @@ TEST_F(AddInTest, TheConnectionPublishesItselfAndTheClientListsEveryAddIn) {
   for (long i = 1; i <= addIns->Count(); ++i) {
     const auto entry = addIns->Item(i);
     listed.push_back(entry->ProgId() + " | " + entry->Description() + " | " + (entry->Connect() ? "loaded" : "not"));
-    if (entry->ProgId() == scenario::kProgId) EXPECT_EQ(entry->Object(), AddIn());
+    if (entry->ProgId() == scenario::kProgId) {
+      EXPECT_EQ(entry->Object(), AddIn());
+    }
   }
   EXPECT_EQ(listed, (std::vector<std::string>{"Other.AddIn | Another add-in | not",
                                               std::string(scenario::kProgId) + " | " + scenario::kDescription + " | loaded"}));
@@ -190,6 +194,82 @@ TEST_F(AddInTest, AFaultAtAnyCallOfTheClientIsTrappedAndLosesNoMail) {
   RecordProperty("faults_logged", faultsLogged);
   EXPECT_GT(faultsLogged, static_cast<int>(operations.size()) / 2) << "most faults leave a trace in the log";
 }
+
+}  // namespace
+}  // namespace qorvane::testing
+
+namespace qorvane::testing {
+namespace {
+
+// A fault of the client at one entry, and the label its log line carries.
+struct LabelCase {
+  const char* label;
+  const char* operation;
+  std::function<void(scenario::Session&)> act;
+};
+
+class EntryLabels : public AddInTest, public ::testing::WithParamInterface<LabelCase> {};
+
+TEST_P(EntryLabels, AFailureIsLoggedUnderTheEntrysLabel) {
+  const LabelCase& c = GetParam();
+  Client().FailCall(c.operation, 1);
+  c.act(S());
+  EXPECT_TRUE(log_.LogContains(std::string(") : ") + c.label + "\t")) << log_.LogText();
+}
+
+void StartAttached(scenario::Session& s) {
+  s.OpenMainWindow();
+  s.Start();
+}
+
+void ScheduleFromComposeWindow(scenario::Session& s) {
+  const auto composed = s.ComposeMail("m");
+  s.User().Queue("once at 2025-03-03 10:00, OK");
+  s.PressQorvane(composed.window);
+}
+
+const LabelCase kLabels[] = {
+    {"Connect.AddinInstance_OnConnection", "Application.Version", StartAttached},
+    {"AddinInstance_OnStartupComplete", "Application.Inspectors", StartAttached},
+    {"Connect.AddAboutMenu", "Explorer.CommandBars", StartAttached},
+    {"Connect.m_Inspectors_NewInspector", "Inspector.CurrentItem",
+     [](scenario::Session& s) {
+       StartAttached(s);
+       s.ComposeMail("m");
+     }},
+    {"Connect.QorvaneClick", "Application.ActiveInspector",
+     [](scenario::Session& s) {
+       StartAttached(s);
+       ScheduleFromComposeWindow(s);
+     }},
+    {"m_btnOptions_Click", "Explorer.CurrentFolder",
+     [](scenario::Session& s) {
+       StartAttached(s);
+       s.PressMenuEntry(s.Client().Application()->ActiveExplorer(), "KelmoraQorvaneOptions");
+     }},
+    {"Connect.OnTimer1", "MAPIFolder.UserDefinedProperties",
+     [](scenario::Session& s) {
+       StartAttached(s);
+       s.Client().Advance(2.0 / 86400);
+     }},
+    {"CSyncObj.SendNow", "NameSpace.SyncObjects",
+     [](scenario::Session& s) {
+       StartAttached(s);
+       ScheduleFromComposeWindow(s);
+       s.Client().RunUntil(At(2025, 3, 3, 10, 0));
+     }},
+    {"Connect.m_app_ItemSend", "MailItem.Subject",
+     [](scenario::Session& s) {
+       StartAttached(s);
+       s.Client().SendFromUser(s.Client().AddMail(s.Client().DefaultFolder(client::olFolderDrafts), "by hand"));
+     }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Entries, EntryLabels, ::testing::ValuesIn(kLabels), [](const auto& info) {
+  std::string name = info.param.label;
+  std::erase_if(name, [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); });
+  return name;
+});
 
 }  // namespace
 }  // namespace qorvane::testing
