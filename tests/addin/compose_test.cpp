@@ -134,8 +134,9 @@ TEST_F(ComposeTest, TheDialogOpensOverTheComposeWindowInTwips) {
   SetScreenMetrics(nullptr);
   ASSERT_EQ(User().Shown().size(), 1u);
   const client::WindowRect pixels = composed.window->Rect();
-  EXPECT_EQ(User().Shown()[0].openerRect,
-            (DialogRect{pixels.Left * 12, pixels.Top * 15, pixels.Width * 12, pixels.Height * 15}));
+  const auto units = [](long value, int factor) { return static_cast<std::int32_t>(value * factor); };
+  EXPECT_EQ(User().Shown()[0].openerRect, (DialogRect{units(pixels.Left, 12), units(pixels.Top, 15),
+                                                      units(pixels.Width, 12), units(pixels.Height, 15)}));
   EXPECT_FALSE(User().Shown()[0].keepOnTop);
 }
 
