@@ -126,31 +126,35 @@ const std::vector<ItemPtr>& SimItems::Arranged() {
   // The client expands a series only in a collection sorted on its start.
   if (includeRecurrences_ && sortKey_ == SortKey::Start) arranged_ = Expand(arranged_);
   if (sortKey_ != SortKey::None) {
-    // Each item's key is taken once; a 10,000-item sort then compares keys only.
+    // Each item's key is taken once; a 10,000-item sort then compares small
+    // keys only, ties in the collection's order.
     struct Keyed {
       bool present = true;  // items without a value of a field's type come first
       double number = 0.0;
-      std::string text;
-      ItemPtr item;
+      std::uint32_t index = 0;
     };
-    std::vector<Keyed> keyed;
-    keyed.reserve(arranged_.size());
-    for (ItemPtr& item : arranged_) {
-      Keyed key;
+    const bool byText = sortKey_ == SortKey::Subject || sortKey_ == SortKey::To ||
+                        (sortKey_ == SortKey::UserProperty && sortType_ == client::olText);
+    std::vector<Keyed> keyed(arranged_.size());
+    std::vector<std::string> texts(byText ? arranged_.size() : 0);
+    for (std::size_t i = 0; i < arranged_.size(); ++i) {
+      const ItemData& item = *arranged_[i];
+      Keyed& key = keyed[i];
+      key.index = static_cast<std::uint32_t>(i);
       switch (sortKey_) {
-        case SortKey::Subject: key.text = LowerAscii(item->subject); break;
-        case SortKey::To: key.text = LowerAscii(item->to); break;
-        case SortKey::Start: key.number = item->start; break;
-        case SortKey::End: key.number = item->end; break;
+        case SortKey::Subject: texts[i] = LowerAscii(item.subject); break;
+        case SortKey::To: texts[i] = LowerAscii(item.to); break;
+        case SortKey::Start: key.number = item.start; break;
+        case SortKey::End: key.number = item.end; break;
         case SortKey::UserProperty: {
           key.present = false;
-          for (const auto& property : item->properties) {
+          for (const auto& property : item.properties) {
             if (property->lowerName != sortProperty_) continue;
             if (property->type != sortType_) break;
             key.present = true;
             const qorvane::Variant& value = property->value;
-            if (sortType_ == client::olText) {
-              key.text = LowerAscii(value.AsString());
+            if (byText) {
+              texts[i] = LowerAscii(value.AsString());
             } else {
               key.number = value.GetKind() == qorvane::Variant::Kind::Date ? value.AsDate()
                                                                             : value.NumericValue().value_or(0.0);
@@ -161,20 +165,23 @@ const std::vector<ItemPtr>& SimItems::Arranged() {
         }
         case SortKey::None: break;
       }
-      key.item = std::move(item);
-      keyed.push_back(std::move(key));
     }
-    const auto less = [](const Keyed& a, const Keyed& b) {
-      if (a.present != b.present) return !a.present;
-      if (a.number != b.number) return a.number < b.number;
-      return a.text < b.text;
+    // Which of two keys comes first ascending; 0 when they are equal.
+    const auto order = [&](const Keyed& a, const Keyed& b) {
+      if (a.present != b.present) return a.present ? 1 : -1;
+      if (a.number != b.number) return a.number < b.number ? -1 : 1;
+      if (byText && texts[a.index] != texts[b.index]) return texts[a.index] < texts[b.index] ? -1 : 1;
+      return 0;
     };
-    if (descending_) {
-      std::stable_sort(keyed.begin(), keyed.end(), [&](const Keyed& a, const Keyed& b) { return less(b, a); });
-    } else {
-      std::stable_sort(keyed.begin(), keyed.end(), less);
-    }
-    for (std::size_t i = 0; i < keyed.size(); ++i) arranged_[i] = std::move(keyed[i].item);
+    const int direction = descending_ ? -1 : 1;
+    std::sort(keyed.begin(), keyed.end(), [&](const Keyed& a, const Keyed& b) {
+      const int cmp = order(a, b) * direction;
+      return cmp != 0 ? cmp < 0 : a.index < b.index;
+    });
+    std::vector<ItemPtr> sorted;
+    sorted.reserve(keyed.size());
+    for (const Keyed& key : keyed) sorted.push_back(std::move(arranged_[key.index]));
+    arranged_ = std::move(sorted);
   }
   arrangedValid_ = true;
   arrangedVersion_ = version;
