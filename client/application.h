@@ -31,6 +31,11 @@ class Application {
   // olMailItem or olAppointmentItem; a new unsaved item.
   virtual Ref<client::Item> CreateItem(long itemType) = 0;
   virtual Ref<EventSubscription> Advise(ApplicationEvents* sink) = 0;
+  // The client's COM add-ins, loaded or not.
+  virtual Ref<client::COMAddIns> COMAddIns() { RaiseNotSupported(); }
+  // Keystrokes to the client's foreground window, in the runtime's SendKeys
+  // notation ("%{F9}" is Alt+F9).
+  virtual void SendKeys(const std::string& keys) { RaiseNotSupported(); }
 };
 
 class NameSpace {

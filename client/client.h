@@ -1,6 +1,7 @@
 // The whole object model in one include.
 #pragma once
 
+#include "client/addins.h"
 #include "client/application.h"
 #include "client/command_bars.h"
 #include "client/folders.h"

@@ -61,6 +61,11 @@ class CommandBarControl {
   virtual void Visible(bool value) = 0;
   virtual void Execute() = 0;
   virtual void Delete() = 0;
+  // 1-based position on its bar.
+  virtual long Index() { RaiseNotSupported(); }
+  // The icon of a button: the face of the built-in command with that id.
+  virtual long FaceId() { RaiseNotSupported(); }
+  virtual void FaceId(long value) { RaiseNotSupported(); }
   // The bar of a popup control; null for other controls.
   virtual Ref<client::CommandBar> CommandBar() = 0;
   virtual Ref<EventSubscription> Advise(CommandBarButtonEvents* sink) = 0;

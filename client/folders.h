@@ -23,6 +23,29 @@ class MAPIFolder {
   virtual Ref<client::Folders> Folders() = 0;
   virtual Ref<client::Items> Items() = 0;
   virtual Ref<client::Views> Views() = 0;
+  // The folder's fields: user properties that filters, sorting and views
+  // of this folder know by name (version 12 on).
+  virtual Ref<client::UserDefinedProperties> UserDefinedProperties() { RaiseNotSupported(); }
+};
+
+class UserDefinedProperties {
+ public:
+  virtual ~UserDefinedProperties() = default;
+  virtual long Count() = 0;
+  // 1-based.
+  virtual Ref<UserDefinedProperty> Item(long index) = 0;
+  // Null when the folder has no field of that name (names match without case).
+  virtual Ref<UserDefinedProperty> Find(const std::string& name) = 0;
+  // Raises when a field of that name exists.
+  virtual Ref<UserDefinedProperty> Add(const std::string& name, long type) = 0;
+};
+
+class UserDefinedProperty {
+ public:
+  virtual ~UserDefinedProperty() = default;
+  virtual std::string Name() = 0;
+  virtual long Type() = 0;
+  virtual void Delete() = 0;
 };
 
 class Folders {
@@ -37,6 +60,9 @@ class Folders {
 
 // The items of a folder, or a filtered, sorted view of them. A restriction
 // is a new collection in the folder's order; it does not follow later moves.
+// A Jet filter or a Sort may name a user property ("[ScheduleTime]") when it
+// is a field of the folder; a DASL filter names it by its schema URL and
+// compares date-times in UTC.
 class Items {
  public:
   virtual ~Items() = default;

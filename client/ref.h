@@ -62,6 +62,21 @@ inline constexpr long msoControlPopup = 10;
 inline constexpr long msoButtonIconAndCaption = 3;
 inline constexpr long msoBarTop = 1;
 
+// Error 438, "Object doesn't support this property or method": what a client
+// raises for a member it does not have. Members added to the interfaces
+// after a binding was written default to it.
+[[noreturn]] void RaiseNotSupported();
+
+// The object itself, or error 91 (object not set) for a Nothing: what the
+// client returns empty is an error to trap, never a crash. Returned by value,
+// so that an object handed out only for this call stays alive while in use.
+[[noreturn]] void RaiseObjectNotSet();
+template <class T>
+Ref<T> Require(Ref<T> object) {
+  if (!object) RaiseObjectNotSet();
+  return object;
+}
+
 // Connection of an event sink; the sink is called until this is released.
 class EventSubscription {
  public:
@@ -102,5 +117,10 @@ class SyncObjects;
 class SyncObject;
 class SafeMailItem;
 class SafeRecipients;
+class AddInConnection;
+class COMAddIn;
+class COMAddIns;
+class UserDefinedProperties;
+class UserDefinedProperty;
 
 }  // namespace client

@@ -26,6 +26,10 @@ SafeMailFactory*& CurrentFactory() {
 
 }  // namespace
 
+void RaiseObjectNotSet() { qorvane::Raise(qorvane::err::kObjectNotSet); }
+
+void RaiseNotSupported() { qorvane::Raise(438, "Object doesn't support this property or method"); }
+
 Ref<Application> CurrentApplication() {
   if (!Current()) qorvane::Raise(qorvane::err::kObjectNotSet);
   return Current();

@@ -50,6 +50,8 @@ void CDebug::EnsureCreated() {
   if (!ec && size > kTrimSize) std::filesystem::remove(LogFilePath(), ec);
 }
 
+void CDebug::Release() noexcept { ResetForTesting(); }
+
 void CDebug::ResetForTesting() {
   created_ = false;
   m_TimerCount = 0;

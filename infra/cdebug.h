@@ -63,6 +63,10 @@ class CDebug {
   // True only inside a development environment; a built add-in has none.
   bool VbDebug() const noexcept { return false; }
 
+  // Lets go of the instance, as setting g_debug to Nothing did: the next use
+  // creates a fresh one (defaults, start-up trimming).
+  void Release() noexcept;
+
   // Full path of the log file in the current add-in folder.
   std::string LogFilePath() const;
 

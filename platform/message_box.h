@@ -13,6 +13,7 @@ namespace qorvane {
 // Buttons and icons, the runtime's values.
 inline constexpr long vbOKOnly = 0;
 inline constexpr long vbOKCancel = 1;
+inline constexpr long vbYesNoCancel = 3;
 inline constexpr long vbYesNo = 4;
 inline constexpr long vbCritical = 16;
 inline constexpr long vbQuestion = 32;

@@ -12,7 +12,8 @@ class StderrMessageBox final : public MessageBoxService {
   long Show(const std::string& prompt, long buttons, const std::string& title) override {
     std::fprintf(stderr, "[%s] %s\n", title.c_str(), prompt.c_str());
     switch (buttons & 7) {
-      case vbYesNo: return vbYes;
+      case vbYesNo:
+      case vbYesNoCancel: return vbYes;
       default: return vbOK;
     }
   }

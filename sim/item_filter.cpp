@@ -117,8 +117,9 @@ void SetLiteral(ItemFilter::Condition& condition, std::string text, Parser& pars
   if (dateField && !condition.date) parser.Fail();
 }
 
-ItemFilter::Condition DaslCondition(Parser& parser) {
+ItemFilter::Condition DaslCondition(Parser& parser, const FilterContext&) {
   ItemFilter::Condition condition;
+  condition.utc = true;
   const std::string property = qorvane::LCase(parser.Quoted('"'));
   if (property.starts_with(kUserPropertyUrl) && property.size() > kUserPropertyUrl.size()) {
     condition.field = ItemFilter::Field::UserProperty;
@@ -141,10 +142,14 @@ ItemFilter::Condition DaslCondition(Parser& parser) {
   return condition;
 }
 
-ItemFilter::Condition JetCondition(Parser& parser) {
+ItemFilter::Condition JetCondition(Parser& parser, const FilterContext& context) {
   ItemFilter::Condition condition;
   const std::string name = qorvane::LCase(parser.Bracketed());
-  if (name == "subject") {
+  const std::optional<long> fieldType = context.folderField ? context.folderField(name) : std::nullopt;
+  if (fieldType) {
+    condition.field = ItemFilter::Field::UserProperty;
+    condition.propertyName = name;
+  } else if (name == "subject") {
     condition.field = ItemFilter::Field::Subject;
   } else if (name == "to") {
     condition.field = ItemFilter::Field::To;
@@ -159,15 +164,17 @@ ItemFilter::Condition JetCondition(Parser& parser) {
   if (!op) parser.Fail();
   condition.op = *op;
   SetLiteral(condition, parser.Literal(true), parser);
+  if (fieldType == client::olDateTime && !condition.date) parser.Fail();
   return condition;
 }
 
 template <class Read>
-void ParseConditions(Parser& parser, std::vector<ItemFilter::Condition>& conditions, Read read) {
+void ParseConditions(Parser& parser, std::vector<ItemFilter::Condition>& conditions, const FilterContext& context,
+                     Read read) {
   do {
     int open = 0;
     while (parser.Char('(')) ++open;
-    conditions.push_back(read(parser));
+    conditions.push_back(read(parser, context));
     while (open > 0 && parser.Char(')')) --open;
     if (open != 0) parser.Fail();
   } while (parser.Keyword("AND"));
@@ -196,15 +203,19 @@ bool CompareText(ItemFilter::Op op, const std::string& a, const std::string& b) 
   return Compare(op, qorvane::LCase(a), qorvane::LCase(b));
 }
 
-bool MatchesProperty(const ItemFilter::Condition& condition, const UserPropData* property) {
+bool MatchesProperty(const ItemFilter::Condition& condition, const UserPropData* property,
+                     const qorvane::TimeZone* zone) {
   using Op = ItemFilter::Op;
   if (condition.op == Op::IsNull) return property == nullptr;
   if (condition.op == Op::IsNotNull) return property != nullptr;
   if (!property) return false;
   const qorvane::Variant& value = property->value;
   switch (property->type) {
-    case client::olDateTime:
-      return condition.date && CompareDates(condition.op, value.AsDate(), *condition.date);
+    case client::olDateTime: {
+      if (!condition.date) return false;
+      const double stored = condition.utc && zone ? zone->LocalToUtc(value.AsDate()) : value.AsDate();
+      return CompareDates(condition.op, stored, *condition.date);
+    }
     case client::olNumber:
       return condition.number && Compare(condition.op, value.AsDouble(), *condition.number);
     case client::olYesNo: {
@@ -218,15 +229,16 @@ bool MatchesProperty(const ItemFilter::Condition& condition, const UserPropData*
 
 }  // namespace
 
-ItemFilter ItemFilter::Parse(std::string_view text) {
+ItemFilter ItemFilter::Parse(std::string_view text, const FilterContext& context) {
   ItemFilter filter;
+  filter.zone_ = context.zone;
   const std::string_view trimmed = qorvane::Trim(text);
   if (qorvane::EqualsIgnoringCase(trimmed.substr(0, 5), "@SQL=")) {
     Parser dasl(trimmed.substr(5));
-    ParseConditions(dasl, filter.conditions_, DaslCondition);
+    ParseConditions(dasl, filter.conditions_, context, DaslCondition);
   } else {
     Parser jet(trimmed);
-    ParseConditions(jet, filter.conditions_, JetCondition);
+    ParseConditions(jet, filter.conditions_, context, JetCondition);
   }
   return filter;
 }
@@ -251,7 +263,7 @@ bool ItemFilter::Matches(const ItemData& item) const {
             break;
           }
         }
-        matches = MatchesProperty(condition, found);
+        matches = MatchesProperty(condition, found, zone_);
         break;
       }
     }

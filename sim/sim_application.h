@@ -19,6 +19,8 @@ class SimApplication final : public client::Application {
   client::Ref<client::Inspector> ActiveInspector() override;
   client::Ref<client::Item> CreateItem(long itemType) override;
   client::Ref<client::EventSubscription> Advise(client::ApplicationEvents* sink) override;
+  client::Ref<client::COMAddIns> COMAddIns() override;
+  void SendKeys(const std::string& keys) override;
 
  private:
   World& world_;

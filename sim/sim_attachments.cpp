@@ -20,7 +20,7 @@ long SimAttachments::Count() { return static_cast<long>(Use("Count").attachments
 client::Ref<client::Attachment> SimAttachments::Item(long index) {
   ItemData& item = Use("Item");
   if (index < 1 || static_cast<std::size_t>(index) > item.attachments.size()) fault::OutOfBounds();
-  return std::make_shared<SimAttachment>(world_, item.attachments[static_cast<std::size_t>(index - 1)]);
+  return world_.Hand(std::make_shared<SimAttachment>(world_, item.attachments[static_cast<std::size_t>(index - 1)]));
 }
 
 client::Ref<client::Attachment> SimAttachments::Add(const std::string& source, const std::string& displayName) {
@@ -34,7 +34,7 @@ client::Ref<client::Attachment> SimAttachments::Add(const std::string& source, c
   attachment.fileName = path.filename().string();
   attachment.displayName = displayName.empty() ? attachment.fileName : displayName;
   item.attachments.push_back(attachment);
-  return std::make_shared<SimAttachment>(world_, std::move(attachment));
+  return world_.Hand(std::make_shared<SimAttachment>(world_, std::move(attachment)));
 }
 
 std::string SimAttachment::FileName() {

@@ -2,8 +2,13 @@
 // tests and the demo, and the records they read back.
 #include "sim/sim_client.h"
 
+#include <cmath>
+
 #include "base/runtime_error.h"
+#include "platform/time_zone.h"
+#include "platform/timer.h"
 #include "base/runtime_text.h"
+#include "sim/sim_addins.h"
 #include "sim/sim_application.h"
 #include "sim/sim_command_bars.h"
 #include "sim/sim_folder.h"
@@ -38,10 +43,14 @@ SimClient::~SimClient() {
 
 void SimClient::Install() {
   if (!application_) application_ = std::make_shared<SimApplication>(*world_);
+  // The client's own object, not a counted handle: the installation is the
+  // harness's wiring, not something an add-in holds.
   client::SetCurrentApplication(application_);
   client::SetSafeMailFactory(world_->safeMail.get());
   qorvane::SetClock(&world_->clock);
   qorvane::SetMessageBox(&world_->messageBox);
+  qorvane::SetTimerService(&world_->timers);
+  qorvane::SetTimeZone(&world_->timeZone);
   installed_ = true;
 }
 
@@ -50,17 +59,21 @@ void SimClient::Uninstall() {
   client::SetSafeMailFactory(nullptr);
   qorvane::SetClock(nullptr);
   qorvane::SetMessageBox(nullptr);
+  qorvane::SetTimerService(nullptr);
+  qorvane::SetTimeZone(nullptr);
   installed_ = false;
 }
 
 Ref<client::Application> SimClient::Application() {
   if (!application_) application_ = std::make_shared<SimApplication>(*world_);
-  return application_;
+  return world_->Hand(application_);
 }
 
-Ref<client::MAPIFolder> SimClient::DefaultFolder(long folderType) { return world_->DefaultFolder(folderType); }
+Ref<client::MAPIFolder> SimClient::DefaultFolder(long folderType) {
+  return world_->Hand(world_->DefaultFolder(folderType));
+}
 
-Ref<client::MAPIFolder> SimClient::Root() { return world_->root; }
+Ref<client::MAPIFolder> SimClient::Root() { return world_->Hand(world_->root); }
 
 Ref<client::MailItem> SimClient::AddMail(const Ref<client::MAPIFolder>& folder, const std::string& subject,
                                          const std::string& to) {
@@ -68,7 +81,7 @@ Ref<client::MailItem> SimClient::AddMail(const Ref<client::MAPIFolder>& folder, 
   item->subject = subject;
   item->to = to;
   world_->Save(item);
-  return std::make_shared<SimMailItem>(*world_, item);
+  return world_->Hand(std::make_shared<SimMailItem>(*world_, item));
 }
 
 Ref<client::Item> SimClient::AddOtherItem(const Ref<client::MAPIFolder>& folder, long itemClass,
@@ -82,10 +95,24 @@ Ref<client::Item> SimClient::AddOtherItem(const Ref<client::MAPIFolder>& folder,
 const qorvane::Clock& SimClient::Clock() const { return world_->clock; }
 double SimClient::Now() const { return world_->clock.Now(); }
 void SimClient::SetNow(double now) { world_->clock.Set(now); }
-void SimClient::Advance(double days) { world_->clock.Advance(days); }
+void SimClient::Advance(double days) { RunUntil(world_->clock.Now() + days); }
+
+std::size_t SimClient::RunUntil(double when) {
+  VirtualClock& clock = world_->clock;
+  const std::size_t ticks = world_->timers.RunUntil(when, [&clock](double due) {
+    // The clock shows whole seconds: a tick due within a second waits for it.
+    const double reading = std::ceil(due * 86400.0 - 1e-6) / 86400.0;
+    if (reading > clock.Now()) clock.Set(reading);
+  });
+  if (when > clock.Now()) clock.Set(when);
+  return ticks;
+}
+
+std::size_t SimClient::RunningTimers() const { return world_->timers.RunningCount(); }
+std::optional<double> SimClient::NextTimerDue() const { return world_->timers.NextDue(); }
 
 Ref<client::Explorer> SimClient::OpenExplorer(const Ref<client::MAPIFolder>& folder) {
-  return world_->OpenExplorer(OwnFolder(folder));
+  return world_->Hand(world_->OpenExplorer(OwnFolder(folder)));
 }
 
 void SimClient::CloseExplorer(const Ref<client::Explorer>& explorer) {
@@ -93,7 +120,7 @@ void SimClient::CloseExplorer(const Ref<client::Explorer>& explorer) {
 }
 
 Ref<client::Inspector> SimClient::OpenInspector(const Ref<client::Item>& item) {
-  return world_->OpenInspector(ItemOf(item));
+  return world_->Hand(world_->OpenInspector(ItemOf(item)));
 }
 
 void SimClient::CloseInspector(const Ref<client::Inspector>& inspector) {
@@ -106,7 +133,31 @@ void SimClient::Select(const Ref<client::Explorer>& explorer, const std::vector<
   Own<SimExplorer>(explorer).Select(std::move(selected));
 }
 
-void SimClient::Click(const Ref<client::CommandBarControl>& control) { Own<SimCommandBarControl>(control).Click(); }
+void SimClient::Click(const Ref<client::CommandBarControl>& control) {
+  auto& clicked = Own<SimCommandBarControl>(control);
+  // The window the user clicks in becomes the active one.
+  const auto holds = [&](const CommandBarSet& set) {
+    for (const auto& bar : set.bars) {
+      if (bar.get() == clicked.parent) return true;
+      for (const auto& popup : bar->controls) {
+        if (popup->popup && popup->popup.get() == clicked.parent) return true;
+      }
+    }
+    return false;
+  };
+  const auto activate = [&](auto& windows) {
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+      if (!holds(*windows[i]->Bars())) continue;
+      auto window = windows[i];
+      windows.erase(windows.begin() + static_cast<std::ptrdiff_t>(i));
+      windows.push_back(std::move(window));
+      return;
+    }
+  };
+  activate(world_->inspectors);
+  activate(world_->explorers);
+  clicked.Click();
+}
 
 void SimClient::RenameFolder(const Ref<client::MAPIFolder>& folder, const std::string& name) {
   OwnFolder(folder)->Rename(name);
@@ -154,6 +205,53 @@ void SimClient::FailCall(const std::string& operation, std::int64_t n, std::int3
 
 void SimClient::ClearFaults() { world_->counter.ClearFaults(); }
 std::vector<std::string> SimClient::Operations() const { return world_->counter.Seen(); }
+
+long SimClient::LiveObjects() const { return world_->handles.Count(); }
+
+const std::vector<std::string>& SimClient::Keystrokes() const { return world_->keystrokes; }
+int SimClient::SpellChecks() const { return world_->spellChecks; }
+
+void SimClient::ListAddIn(const std::string& progId, const std::string& description) {
+  world_->addIns.push_back(std::make_shared<SimCOMAddIn>(*world_, progId, description));
+}
+
+void SimClient::ConnectAddIn(const std::string& progId, const std::string& description,
+                             Ref<client::AddInConnection> addIn, long connectMode) {
+  auto entry = std::make_shared<SimCOMAddIn>(*world_, progId, description);
+  entry->connection = std::move(addIn);
+  entry->connected = true;
+  world_->addIns.push_back(entry);
+  const auto connection = entry->connection;
+  connection->OnConnection(Application(), connectMode, world_->Hand(entry));
+}
+
+void SimClient::CompleteStartup() {
+  for (const auto& entry : std::vector(world_->addIns)) {
+    if (entry->connected) entry->connection->OnStartupComplete();
+  }
+}
+
+void SimClient::DisconnectAddIn(const std::string& progId, long removeMode) {
+  for (const auto& entry : std::vector(world_->addIns)) {
+    if (!entry->connected || entry->progId != progId) continue;
+    if (removeMode == client::ext_dm_HostShutdown) entry->connection->OnBeginShutdown();
+    entry->connection->OnDisconnection(removeMode);
+    entry->connected = false;
+    // The client lets go of the add-in: its published object and the
+    // connection object itself, whose destruction the add-in sees last.
+    entry->object.reset();
+    entry->connection.reset();
+  }
+}
+
+void SimClient::ShutDown() {
+  // The windows close first (their Close events come while the add-ins are
+  // still loaded), then the add-ins are let go.
+  for (const auto& explorer : std::vector(world_->explorers)) world_->CloseExplorer(*explorer);
+  for (const auto& entry : std::vector(world_->addIns)) {
+    if (entry->connected) DisconnectAddIn(entry->progId, client::ext_dm_HostShutdown);
+  }
+}
 
 World& SimClient::GetWorld() { return *world_; }
 

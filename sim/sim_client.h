@@ -26,6 +26,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -56,6 +57,8 @@ struct SimOptions {
   std::string version = "16.0.17928.20114";
   bool safeMailInstalled = true;
   double now = 45719.375;  // 2025-03-03 09:00
+  // The client's time zone (no daylight saving time), for DASL filters.
+  int utcOffsetMinutes = 60;
 };
 
 class World;  // the simulated client's state, private to sim/
@@ -84,10 +87,19 @@ class SimClient {
   Ref<client::Item> AddOtherItem(const Ref<client::MAPIFolder>& folder, long itemClass, const std::string& subject);
 
   // --- the clock -----------------------------------------------------------
+  // The clock and the timers on it. SetNow jumps the clock without running
+  // any timer (the machine slept, or the client was closed); Advance and
+  // RunUntil move it forward, stepping to each timer's due time in order and
+  // firing the timer there, so that a simulated week passes in milliseconds.
   const qorvane::Clock& Clock() const;
   double Now() const;
   void SetNow(double now);
   void Advance(double days);
+  // Returns the number of timer ticks delivered.
+  std::size_t RunUntil(double when);
+  std::size_t RunningTimers() const;
+  // When the next timer is due, if one runs.
+  std::optional<double> NextTimerDue() const;
 
   // --- windows -------------------------------------------------------------
   Ref<client::Explorer> OpenExplorer(const Ref<client::MAPIFolder>& folder);
@@ -96,8 +108,9 @@ class SimClient {
   void CloseInspector(const Ref<client::Inspector>& inspector);
   // What the user selected in the explorer (its Selection from now on).
   void Select(const Ref<client::Explorer>& explorer, const std::vector<Ref<client::Item>>& items);
-  // The user clicks the control: its sinks hear Click, then, unless one of
-  // them cancels, a built-in control does its own action.
+  // The user clicks the control, in its window, which becomes the active one:
+  // the sinks of every control with its tag hear Click (as Office raises it),
+  // then, unless one of them cancels, a built-in control does its own action.
   void Click(const Ref<client::CommandBarControl>& control);
 
   // --- folders -------------------------------------------------------------
@@ -142,6 +155,33 @@ class SimClient {
   // Operations whose calls were counted since the client was created (for a
   // campaign over all of them); ResetCounts does not forget them.
   std::vector<std::string> Operations() const;
+
+  // --- add-ins -----------------------------------------------------------------
+  // Listed in COMAddIns but not loaded.
+  void ListAddIn(const std::string& progId, const std::string& description);
+  // Loads an add-in as the client does: lists it, calls OnConnection with
+  // the application and its COMAddIn entry. The client holds the connection
+  // object until it disconnects the add-in.
+  void ConnectAddIn(const std::string& progId, const std::string& description, Ref<client::AddInConnection> addIn,
+                    long connectMode = client::ext_cm_Startup);
+  // OnStartupComplete for every loaded add-in.
+  void CompleteStartup();
+  // OnBeginShutdown (when the client is shutting down) and OnDisconnection;
+  // then the client releases the add-in's object and its connection object.
+  void DisconnectAddIn(const std::string& progId, long removeMode = client::ext_dm_UserClosed);
+  // The client closes: every add-in is disconnected, every main window closed.
+  void ShutDown();
+
+  // --- what the add-in left behind --------------------------------------------
+  // Interface objects handed out and still held by anyone outside the client
+  // (the add-in, the test): each call that returns an object adds one until
+  // that object is released.
+  long LiveObjects() const;
+  // SendKeys, in order; the Send/Receive shortcut ("%{F9}", "%{F5}" on
+  // version 9) also starts a run.
+  const std::vector<std::string>& Keystrokes() const;
+  // How often a compose window's spelling command ran.
+  int SpellChecks() const;
 
   World& GetWorld();
 

@@ -6,6 +6,7 @@
 #include "base/runtime_error.h"
 #include "base/runtime_text.h"
 #include "sim/sim_sync.h"
+#include "sim/sim_windows.h"
 #include "sim/world.h"
 
 namespace sim {
@@ -15,6 +16,7 @@ namespace {
 constexpr long kCustomControlId = 1;
 constexpr long kHelpMenuId = 30010;
 constexpr long kSendReceiveId = 5577;
+constexpr long kSpellingId = 2;
 
 bool Matches(const SimCommandBarControl& control, long type, long id, const std::string& tag) {
   return (type == 0 || control.type == type) && (id == 0 || control.id == id) && (tag.empty() || control.tag == tag);
@@ -39,6 +41,30 @@ std::shared_ptr<SimCommandBarControl> AddPopup(SimCommandBar& bar, long id, cons
   return popup;
 }
 
+void CollectTagged(const SimCommandBar& bar, const std::string& tag,
+                   std::vector<std::shared_ptr<SimCommandBarControl>>& found) {
+  for (const auto& control : bar.controls) {
+    if (control->tag == tag) found.push_back(control);
+    if (control->popup) CollectTagged(*control->popup, tag, found);
+  }
+}
+
+// Office raises a button's Click for every control that carries the clicked
+// one's tag, in any window: a sink bound to one of them hears them all.
+std::vector<std::shared_ptr<SimCommandBarControl>> ClickTargets(World& world, SimCommandBarControl& clicked) {
+  std::vector<std::shared_ptr<SimCommandBarControl>> found;
+  if (!clicked.tag.empty()) {
+    const auto collect = [&](const CommandBarSet& set) {
+      for (const auto& bar : set.bars) CollectTagged(*bar, clicked.tag, found);
+    };
+    for (const auto& explorer : world.explorers) collect(*explorer->Bars());
+    for (const auto& inspector : world.inspectors) collect(*inspector->Bars());
+  }
+  std::erase_if(found, [&](const auto& control) { return control.get() == &clicked; });
+  found.insert(found.begin(), clicked.shared_from_this());
+  return found;
+}
+
 [[noreturn]] void ControlDeleted() { qorvane::Raise(fault::kUnspecified, "The control has been deleted."); }
 
 }  // namespace
@@ -60,12 +86,12 @@ void SimCommandBar::Visible(bool value) {
 
 client::Ref<client::CommandBarControls> SimCommandBar::Controls() {
   world.Enter("CommandBar", "Controls");
-  return std::make_shared<SimCommandBarControls>(world, shared_from_this());
+  return world.Hand(std::make_shared<SimCommandBarControls>(world, shared_from_this()));
 }
 
 client::Ref<client::CommandBarControl> SimCommandBar::FindControl(long type, long id, const std::string& tag) {
   world.Enter("CommandBar", "FindControl");
-  return FindIn(*this, type, id, tag);
+  return world.Hand(FindIn(*this, type, id, tag));
 }
 
 std::shared_ptr<SimCommandBarControl> SimCommandBar::Append(long type, long id, const std::string& controlCaption) {
@@ -110,21 +136,32 @@ void SimCommandBarControl::Delete() {
   siblings.erase(std::remove(siblings.begin(), siblings.end(), shared_from_this()), siblings.end());
 }
 
+long SimCommandBarControl::Index() {
+  Use("Index");
+  const auto& siblings = parent->controls;
+  const auto at = std::find(siblings.begin(), siblings.end(), shared_from_this());
+  return static_cast<long>(at - siblings.begin()) + 1;
+}
+
+long SimCommandBarControl::FaceId() { return Use("FaceId"), faceId; }
+void SimCommandBarControl::FaceId(long value) { Use("FaceId"), faceId = value; }
+
 client::Ref<client::CommandBar> SimCommandBarControl::CommandBar() {
   Use("CommandBar");
-  return popup;
+  return world.Hand(popup);
 }
 
 client::Ref<client::EventSubscription> SimCommandBarControl::Advise(client::CommandBarButtonEvents* sink) {
   Use("Advise");
-  return clicks.Advise(sink);
+  return world.Hand(clicks.Advise(sink));
 }
 
 void SimCommandBarControl::Click() {
   if (deleted) ControlDeleted();
   bool cancelDefault = false;
-  const client::Ref<client::CommandBarControl> self = shared_from_this();
-  clicks.Raise([&](client::CommandBarButtonEvents& sink) { sink.Click(self, cancelDefault); });
+  const client::Ref<client::CommandBarControl> self = world.Hand(shared_from_this());
+  for (const auto& target : ClickTargets(world, *this))
+    target->clicks.Raise([&](client::CommandBarButtonEvents& sink) { sink.Click(self, cancelDefault); });
   if (!cancelDefault && action) action();
 }
 
@@ -148,6 +185,8 @@ std::shared_ptr<CommandBarSet> NewInspectorBars(World& world) {
   auto set = std::make_shared<CommandBarSet>();
   auto menu = std::make_shared<SimCommandBar>(world, "Menu Bar");
   AddPopup(*menu, 30002, "&File", {{3, "&Save"}, {106, "&Close"}});
+  auto tools = AddPopup(*menu, 30007, "&Tools", {{kSpellingId, "&Spelling..."}});
+  tools->popup->controls.front()->action = [&world] { ++world.spellChecks; };
   AddPopup(*menu, kHelpMenuId, "&Help", {{984, "&Help Topics"}});
   auto standard = std::make_shared<SimCommandBar>(world, "Standard");
   standard->Append(client::msoControlButton, 2617, "&Send");
@@ -165,7 +204,7 @@ long SimCommandBars::Count() {
 client::Ref<client::CommandBar> SimCommandBars::Item(const std::string& name) {
   world_.Enter("CommandBars", "Item");
   for (const auto& bar : set_->bars) {
-    if (qorvane::EqualsIgnoringCase(bar->name, name)) return bar;
+    if (qorvane::EqualsIgnoringCase(bar->name, name)) return world_.Hand(bar);
   }
   return nullptr;
 }
@@ -177,13 +216,13 @@ client::Ref<client::CommandBar> SimCommandBars::Add(const std::string& name, lon
   }
   if (position < 0 || position > 6) qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
   set_->bars.push_back(std::make_shared<SimCommandBar>(world_, name));
-  return set_->bars.back();
+  return world_.Hand(set_->bars.back());
 }
 
 client::Ref<client::CommandBarControl> SimCommandBars::FindControl(long type, long id, const std::string& tag) {
   world_.Enter("CommandBars", "FindControl");
   for (const auto& bar : set_->bars) {
-    if (auto found = FindIn(*bar, type, id, tag)) return found;
+    if (auto found = FindIn(*bar, type, id, tag)) return world_.Hand(found);
   }
   return nullptr;
 }
@@ -196,7 +235,7 @@ long SimCommandBarControls::Count() {
 client::Ref<client::CommandBarControl> SimCommandBarControls::Item(long index) {
   world_.Enter("CommandBarControls", "Item");
   if (index < 1 || static_cast<std::size_t>(index) > bar_->controls.size()) fault::OutOfBounds();
-  return bar_->controls[static_cast<std::size_t>(index - 1)];
+  return world_.Hand(bar_->controls[static_cast<std::size_t>(index - 1)]);
 }
 
 client::Ref<client::CommandBarControl> SimCommandBarControls::Add(long type, long before, bool temporary) {
@@ -209,7 +248,7 @@ client::Ref<client::CommandBarControl> SimCommandBarControls::Add(long type, lon
   auto control = std::make_shared<SimCommandBarControl>(world_, type, kCustomControlId, bar_.get());
   const std::size_t at = before == 0 ? controls.size() : static_cast<std::size_t>(before - 1);
   controls.insert(controls.begin() + static_cast<std::ptrdiff_t>(at), control);
-  return control;
+  return world_.Hand(control);
 }
 
 }  // namespace sim

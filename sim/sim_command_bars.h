@@ -1,7 +1,8 @@
 // Office command bars of the simulated windows: each explorer has a
 // "Menu Bar" whose "Help" pop-up (id 30010) holds the client's help entries,
 // and a "Standard" bar with Send/Receive (id 5577); each inspector has a
-// "Menu Bar" and a "Standard" bar with Send. Controls the add-in adds are
+// "Menu Bar" with the spelling command (id 2) in its Tools pop-up and a
+// "Standard" bar with Send (id 2617). Controls the add-in adds are
 // buttons (id 1) or pop-ups; FindControl looks into pop-ups too. A button's
 // click reaches the sinks advised on that control object.
 #pragma once
@@ -55,6 +56,9 @@ class SimCommandBarControl final : public client::CommandBarControl,
   void Visible(bool value) override;
   void Execute() override;
   void Delete() override;
+  long Index() override;
+  long FaceId() override;
+  void FaceId(long value) override;
   client::Ref<client::CommandBar> CommandBar() override;
   client::Ref<client::EventSubscription> Advise(client::CommandBarButtonEvents* sink) override;
 
@@ -69,6 +73,7 @@ class SimCommandBarControl final : public client::CommandBarControl,
   std::string caption;
   std::string tag;
   long style = 0;
+  long faceId = 0;
   bool beginGroup = false;
   bool visible = true;
   bool deleted = false;

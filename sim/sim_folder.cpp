@@ -5,6 +5,7 @@
 
 #include "base/runtime_error.h"
 #include "base/runtime_text.h"
+#include "sim/sim_folder_fields.h"
 #include "sim/sim_items.h"
 #include "sim/sim_views.h"
 #include "sim/world.h"
@@ -46,22 +47,39 @@ client::Ref<client::MAPIFolder> SimFolder::Parent() {
   world.Enter("MAPIFolder", "Parent");
   // The store root's parent is the session, not a folder.
   if (!parent) return nullptr;
-  return parent->shared_from_this();
+  return world.Hand(parent->shared_from_this());
 }
 
 client::Ref<client::Folders> SimFolder::Folders() {
   world.Enter("MAPIFolder", "Folders");
-  return std::make_shared<SimFolders>(world, shared_from_this());
+  return world.Hand(std::make_shared<SimFolders>(world, shared_from_this()));
 }
 
 client::Ref<client::Items> SimFolder::Items() {
   world.Enter("MAPIFolder", "Items");
-  return std::make_shared<SimItems>(world, shared_from_this());
+  return world.Hand(std::make_shared<SimItems>(world, shared_from_this()));
 }
 
 client::Ref<client::Views> SimFolder::Views() {
   world.Enter("MAPIFolder", "Views");
-  return std::make_shared<SimViews>(world, shared_from_this());
+  return world.Hand(std::make_shared<SimViews>(world, shared_from_this()));
+}
+
+client::Ref<client::UserDefinedProperties> SimFolder::UserDefinedProperties() {
+  world.Enter("MAPIFolder", "UserDefinedProperties");
+  return world.Hand(std::make_shared<SimUserDefinedProperties>(world, shared_from_this()));
+}
+
+const SimFolder::Field* SimFolder::FindField(const std::string& lowerName) const {
+  for (const Field& field : fields) {
+    if (field.lowerName == lowerName) return &field;
+  }
+  return nullptr;
+}
+
+void SimFolder::AddField(const std::string& fieldName, long type) {
+  const std::string lower = qorvane::LCase(fieldName);
+  if (!FindField(lower)) fields.push_back(Field{fieldName, lower, type});
 }
 
 namespace {
@@ -98,7 +116,7 @@ long SimFolders::Count() {
 client::Ref<client::MAPIFolder> SimFolders::Item(long index) {
   world_.Enter("Folders", "Item");
   if (index < 1 || index > static_cast<long>(folder_->children.size())) fault::OutOfBounds();
-  return folder_->children[static_cast<std::size_t>(index - 1)];
+  return world_.Hand(folder_->children[static_cast<std::size_t>(index - 1)]);
 }
 
 client::Ref<client::MAPIFolder> SimFolders::Add(const std::string& name, long type) {
@@ -114,7 +132,7 @@ client::Ref<client::MAPIFolder> SimFolders::Add(const std::string& name, long ty
     default: qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
   }
   if (name.empty()) qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
-  return folder_->AddChild(name, itemType);
+  return world_.Hand(folder_->AddChild(name, itemType));
 }
 
 }  // namespace sim

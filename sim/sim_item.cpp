@@ -46,12 +46,12 @@ void ItemObject<Interface>::Subject(const std::string& value) {
 template <class Interface>
 client::Ref<client::UserProperties> ItemObject<Interface>::UserProperties() {
   Use("UserProperties");
-  return std::make_shared<SimUserProperties>(world_, data_);
+  return world_.Hand(std::make_shared<SimUserProperties>(world_, data_));
 }
 
 template <class Interface>
 client::Ref<client::MAPIFolder> ItemObject<Interface>::Parent() {
-  return Use("Parent").folder->shared_from_this();
+  return world_.Hand(Use("Parent").folder->shared_from_this());
 }
 
 template <class Interface>
@@ -85,13 +85,13 @@ client::Ref<client::Item> ItemObject<Interface>::Move(const client::Ref<client::
 template <class Interface>
 client::Ref<client::MailItem> ItemObject<Interface>::AsMailItem() {
   if (Use("AsMailItem").itemClass != client::olMail) return nullptr;
-  return std::make_shared<SimMailItem>(world_, data_);
+  return world_.Hand(std::make_shared<SimMailItem>(world_, data_));
 }
 
 template <class Interface>
 client::Ref<client::AppointmentItem> ItemObject<Interface>::AsAppointmentItem() {
   if (Use("AsAppointmentItem").itemClass != client::olAppointment) return nullptr;
-  return std::make_shared<SimAppointmentItem>(world_, data_);
+  return world_.Hand(std::make_shared<SimAppointmentItem>(world_, data_));
 }
 
 template class ItemObject<client::MailItem>;
@@ -106,7 +106,7 @@ bool SimMailItem::Sent() { return Use("Sent").sent; }
 
 client::Ref<client::Attachments> SimMailItem::Attachments() {
   Use("Attachments");
-  return std::make_shared<SimAttachments>(world_, data_);
+  return world_.Hand(std::make_shared<SimAttachments>(world_, data_));
 }
 
 void SimMailItem::Display() {
@@ -150,7 +150,7 @@ client::Ref<client::RecurrencePattern> SimAppointmentItem::GetRecurrencePattern(
     pattern.patternStartDate = qorvane::DatePart(item.start);
     item.pattern = pattern;
   }
-  return std::make_shared<SimRecurrencePattern>(world_, data_);
+  return world_.Hand(std::make_shared<SimRecurrencePattern>(world_, data_));
 }
 
 ItemPtr ItemOf(const client::Ref<client::Item>& item) {

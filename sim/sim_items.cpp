@@ -29,7 +29,7 @@ client::Ref<client::Item> SimItems::Item(long index) {
 
 client::Ref<client::Items> SimItems::Restrict(const std::string& filter) {
   world_.Enter("Items", "Restrict");
-  const ItemFilter parsed = ItemFilter::Parse(filter);
+  const ItemFilter parsed = ItemFilter::Parse(filter, Context());
   std::vector<ItemPtr> found;
   const auto test = [&](const ItemPtr& item) {
     if (parsed.Matches(*item)) found.push_back(item);
@@ -39,12 +39,12 @@ client::Ref<client::Items> SimItems::Restrict(const std::string& filter) {
   } else {
     for (const ItemPtr& item : Arranged()) test(item);
   }
-  return std::make_shared<SimItems>(world_, folder_, std::move(found));
+  return world_.Hand(std::make_shared<SimItems>(world_, folder_, std::move(found)));
 }
 
 client::Ref<client::Item> SimItems::Find(const std::string& filter) {
   world_.Enter("Items", "Find");
-  findFilter_ = ItemFilter::Parse(filter);
+  findFilter_ = ItemFilter::Parse(filter, Context());
   return FindFrom(0);
 }
 
@@ -80,7 +80,28 @@ void SimItems::Sort(const std::string& property, bool descending) {
       return;
     }
   }
+  if (key.size() > 2 && key.front() == '[' && key.back() == ']') {
+    if (const auto* field = folder_->FindField(key.substr(1, key.size() - 2))) {
+      sortKey_ = SortKey::UserProperty;
+      sortProperty_ = field->lowerName;
+      sortType_ = field->type;
+      descending_ = descending;
+      arrangedValid_ = false;
+      return;
+    }
+  }
   qorvane::Raise(fault::kDispatchException, "The property \"" + property + "\" is unknown.");
+}
+
+FilterContext SimItems::Context() const {
+  FilterContext context;
+  const std::shared_ptr<SimFolder> folder = folder_;
+  context.folderField = [folder](const std::string& lowerName) -> std::optional<long> {
+    if (const auto* field = folder->FindField(lowerName)) return field->type;
+    return std::nullopt;
+  };
+  context.zone = &world_.timeZone;
+  return context;
 }
 
 bool SimItems::IncludeRecurrences() {
@@ -104,23 +125,63 @@ const std::vector<ItemPtr>& SimItems::Arranged() {
   arranged_ = fixed_ ? *fixed_ : folder_->items.Snapshot();
   // The client expands a series only in a collection sorted on its start.
   if (includeRecurrences_ && sortKey_ == SortKey::Start) arranged_ = Expand(arranged_);
-  const auto less = [this](const ItemPtr& a, const ItemPtr& b) {
-    switch (sortKey_) {
-      case SortKey::Subject: return qorvane::LCase(a->subject) < qorvane::LCase(b->subject);
-      case SortKey::To: return qorvane::LCase(a->to) < qorvane::LCase(b->to);
-      case SortKey::Start: return a->start < b->start;
-      case SortKey::End: return a->end < b->end;
-      case SortKey::None: break;
-    }
-    return false;
-  };
   if (sortKey_ != SortKey::None) {
-    if (descending_) {
-      std::stable_sort(arranged_.begin(), arranged_.end(),
-                       [&](const ItemPtr& a, const ItemPtr& b) { return less(b, a); });
-    } else {
-      std::stable_sort(arranged_.begin(), arranged_.end(), less);
+    // Each item's key is taken once; a 10,000-item sort then compares small
+    // keys only, ties in the collection's order.
+    struct Keyed {
+      bool present = true;  // items without a value of a field's type come first
+      double number = 0.0;
+      std::uint32_t index = 0;
+    };
+    const bool byText = sortKey_ == SortKey::Subject || sortKey_ == SortKey::To ||
+                        (sortKey_ == SortKey::UserProperty && sortType_ == client::olText);
+    std::vector<Keyed> keyed(arranged_.size());
+    std::vector<std::string> texts(byText ? arranged_.size() : 0);
+    for (std::size_t i = 0; i < arranged_.size(); ++i) {
+      const ItemData& item = *arranged_[i];
+      Keyed& key = keyed[i];
+      key.index = static_cast<std::uint32_t>(i);
+      switch (sortKey_) {
+        case SortKey::Subject: texts[i] = qorvane::LCase(item.subject); break;
+        case SortKey::To: texts[i] = qorvane::LCase(item.to); break;
+        case SortKey::Start: key.number = item.start; break;
+        case SortKey::End: key.number = item.end; break;
+        case SortKey::UserProperty: {
+          key.present = false;
+          for (const auto& property : item.properties) {
+            if (property->lowerName != sortProperty_) continue;
+            if (property->type != sortType_) break;
+            key.present = true;
+            const qorvane::Variant& value = property->value;
+            if (byText) {
+              texts[i] = qorvane::LCase(value.AsString());
+            } else {
+              key.number = value.GetKind() == qorvane::Variant::Kind::Date ? value.AsDate()
+                                                                            : value.NumericValue().value_or(0.0);
+            }
+            break;
+          }
+          break;
+        }
+        case SortKey::None: break;
+      }
     }
+    // Which of two keys comes first ascending; 0 when they are equal.
+    const auto order = [&](const Keyed& a, const Keyed& b) {
+      if (a.present != b.present) return a.present ? 1 : -1;
+      if (a.number != b.number) return a.number < b.number ? -1 : 1;
+      if (byText && texts[a.index] != texts[b.index]) return texts[a.index] < texts[b.index] ? -1 : 1;
+      return 0;
+    };
+    const int direction = descending_ ? -1 : 1;
+    std::sort(keyed.begin(), keyed.end(), [&](const Keyed& a, const Keyed& b) {
+      const int cmp = order(a, b) * direction;
+      return cmp != 0 ? cmp < 0 : a.index < b.index;
+    });
+    std::vector<ItemPtr> sorted;
+    sorted.reserve(keyed.size());
+    for (const Keyed& key : keyed) sorted.push_back(std::move(arranged_[key.index]));
+    arranged_ = std::move(sorted);
   }
   arrangedValid_ = true;
   arrangedVersion_ = version;

@@ -2,7 +2,9 @@
 // snapshot a Restrict made, optionally sorted and, for a calendar sorted on
 // [Start] with IncludeRecurrences, with recurring appointments expanded into
 // their occurrences. Restrict and Find test the items inside the store, in
-// one counted call each, as the client does.
+// one counted call each, as the client does. Sort takes a built-in property
+// or a field of the folder; items without a value of the field's type sort
+// before all others (after them when descending).
 #pragma once
 
 #include <cstdint>
@@ -37,10 +39,11 @@ class SimItems final : public client::Items {
   void IncludeRecurrences(bool value) override;
 
  private:
-  enum class SortKey { None, Subject, To, Start, End };
+  enum class SortKey { None, Subject, To, Start, End, UserProperty };
 
   // The folder's own list can be used as it is: no copy, no sorting.
   bool Direct() const { return !fixed_ && sortKey_ == SortKey::None; }
+  FilterContext Context() const;
   std::size_t Size();
   const ItemPtr& At(std::size_t index);
   const std::vector<ItemPtr>& Arranged();
@@ -52,6 +55,8 @@ class SimItems final : public client::Items {
   std::optional<std::vector<ItemPtr>> fixed_;
   SortKey sortKey_ = SortKey::None;
   bool descending_ = false;
+  std::string sortProperty_;  // lower case, for SortKey::UserProperty
+  long sortType_ = 0;
   bool includeRecurrences_ = false;
 
   std::vector<ItemPtr> arranged_;  // cache of the sorted (and expanded) order

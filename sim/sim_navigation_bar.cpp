@@ -20,7 +20,7 @@ std::string SimShortcutGroup::Name() {
 
 client::Ref<client::OutlookBarShortcuts> SimShortcutGroup::Shortcuts() {
   world.Enter("OutlookBarGroup", "Shortcuts");
-  return std::make_shared<SimOutlookBarShortcuts>(world, shared_from_this());
+  return world.Hand(std::make_shared<SimOutlookBarShortcuts>(world, shared_from_this()));
 }
 
 std::vector<std::shared_ptr<SimShortcutGroup>> NewShortcutGroups(World& world) {
@@ -41,7 +41,7 @@ long SimPanes::Count() {
 client::Ref<client::OutlookBarPane> SimPanes::Item(const std::string& name) {
   world_.Enter("Panes", "Item");
   if (!qorvane::EqualsIgnoringCase(name, "OutlookBar")) return nullptr;
-  return std::make_shared<SimOutlookBarPane>(world_);
+  return world_.Hand(std::make_shared<SimOutlookBarPane>(world_));
 }
 
 long SimOutlookBarPane::Class() {
@@ -51,7 +51,7 @@ long SimOutlookBarPane::Class() {
 
 client::Ref<client::OutlookBarGroups> SimOutlookBarPane::Groups() {
   world_.Enter("OutlookBarPane", "Groups");
-  return std::make_shared<SimOutlookBarGroups>(world_);
+  return world_.Hand(std::make_shared<SimOutlookBarGroups>(world_));
 }
 
 long SimOutlookBarGroups::Count() {
@@ -62,13 +62,13 @@ long SimOutlookBarGroups::Count() {
 client::Ref<client::OutlookBarGroup> SimOutlookBarGroups::Item(long index) {
   world_.Enter("OutlookBarGroups", "Item");
   if (index < 1 || static_cast<std::size_t>(index) > world_.shortcutGroups.size()) fault::OutOfBounds();
-  return world_.shortcutGroups[static_cast<std::size_t>(index - 1)];
+  return world_.Hand(world_.shortcutGroups[static_cast<std::size_t>(index - 1)]);
 }
 
 client::Ref<client::OutlookBarGroup> SimOutlookBarGroups::Item(const std::string& name) {
   world_.Enter("OutlookBarGroups", "Item");
   for (const auto& group : world_.shortcutGroups) {
-    if (qorvane::EqualsIgnoringCase(group->name, name)) return group;
+    if (qorvane::EqualsIgnoringCase(group->name, name)) return world_.Hand(group);
   }
   return nullptr;
 }
@@ -81,7 +81,7 @@ long SimOutlookBarShortcuts::Count() {
 client::Ref<client::OutlookBarShortcut> SimOutlookBarShortcuts::Item(long index) {
   world_.Enter("OutlookBarShortcuts", "Item");
   if (index < 1 || static_cast<std::size_t>(index) > group_->shortcuts.size()) fault::OutOfBounds();
-  return std::make_shared<SimOutlookBarShortcut>(world_, group_->shortcuts[static_cast<std::size_t>(index - 1)]);
+  return world_.Hand(std::make_shared<SimOutlookBarShortcut>(world_, group_->shortcuts[static_cast<std::size_t>(index - 1)]));
 }
 
 void SimOutlookBarShortcuts::Remove(long index) {
@@ -94,11 +94,13 @@ void SimOutlookBarShortcuts::Remove(long index) {
 client::Ref<client::OutlookBarShortcut> SimOutlookBarShortcuts::Add(const client::Ref<client::MAPIFolder>& target,
                                                                    const std::string& name) {
   world_.Enter("OutlookBarShortcuts", "Add");
-  auto folder = std::dynamic_pointer_cast<SimFolder>(target);
-  if (!folder) qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
+  auto* own = dynamic_cast<SimFolder*>(target.get());
+  if (!own) qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
+  // The folder's own pointer, not the caller's handle: the bar keeps state.
+  auto folder = own->shared_from_this();
   auto data = std::make_shared<ShortcutData>(ShortcutData{name.empty() ? folder->name : name, folder});
   group_->shortcuts.push_back(data);
-  return std::make_shared<SimOutlookBarShortcut>(world_, std::move(data));
+  return world_.Hand(std::make_shared<SimOutlookBarShortcut>(world_, std::move(data)));
 }
 
 long SimOutlookBarShortcut::Class() {
@@ -113,7 +115,7 @@ std::string SimOutlookBarShortcut::Name() {
 
 client::Ref<client::MAPIFolder> SimOutlookBarShortcut::Target() {
   world_.Enter("OutlookBarShortcut", "Target");
-  return data_->target;
+  return world_.Hand(data_->target);
 }
 
 }  // namespace sim

@@ -10,7 +10,7 @@ namespace sim {
 client::Ref<client::SafeMailItem> SimSafeMailFactory::CreateSafeMailItem() {
   world_.Enter("SafeMailFactory", "CreateSafeMailItem");
   if (!world_.safeMailInstalled) qorvane::Raise(qorvane::err::kCannotCreateObject);
-  return std::make_shared<SimSafeMailItem>(world_);
+  return world_.Hand(std::make_shared<SimSafeMailItem>(world_));
 }
 
 void SimSafeMailItem::Item(const client::Ref<client::MailItem>& item) {
@@ -27,7 +27,7 @@ ItemPtr SimSafeMailItem::Mail() const {
 client::Ref<client::SafeRecipients> SimSafeMailItem::Recipients() {
   world_.Enter("SafeMailItem", "Recipients");
   Mail();
-  return std::make_shared<SimSafeRecipients>(world_, shared_from_this());
+  return world_.Hand(std::make_shared<SimSafeRecipients>(world_, shared_from_this()));
 }
 
 void SimSafeMailItem::Send() {

@@ -23,7 +23,7 @@ void SimSyncObject::Stop() {
 
 client::Ref<client::EventSubscription> SimSyncObject::Advise(client::SyncObjectEvents* sink) {
   world_.Enter("SyncObject", "Advise");
-  return events_.Advise(sink);
+  return world_.Hand(events_.Advise(sink));
 }
 
 void SimSyncObject::Begin() {
@@ -54,7 +54,7 @@ long SimSyncObjects::Count() {
 client::Ref<client::SyncObject> SimSyncObjects::Item(long index) {
   world_.Enter("SyncObjects", "Item");
   if (index != 1) fault::OutOfBounds();
-  return world_.syncObject;
+  return world_.Hand(world_.syncObject);
 }
 
 }  // namespace sim

@@ -5,6 +5,7 @@
 
 #include "base/runtime_error.h"
 #include "base/runtime_text.h"
+#include "sim/sim_folder.h"
 #include "sim/user_property_value.h"
 #include "sim/world.h"
 
@@ -21,14 +22,14 @@ long SimUserProperties::Count() { return static_cast<long>(Use("Count").properti
 client::Ref<client::UserProperty> SimUserProperties::Item(long index) {
   ItemData& item = Use("Item");
   if (index < 1 || static_cast<std::size_t>(index) > item.properties.size()) fault::OutOfBounds();
-  return std::make_shared<SimUserProperty>(world_, item_, item.properties[static_cast<std::size_t>(index - 1)]);
+  return world_.Hand(std::make_shared<SimUserProperty>(world_, item_, item.properties[static_cast<std::size_t>(index - 1)]));
 }
 
 client::Ref<client::UserProperty> SimUserProperties::Find(const std::string& name) {
   ItemData& item = Use("Find");
   const std::string lower = qorvane::LCase(name);
   for (const auto& property : item.properties) {
-    if (property->lowerName == lower) return std::make_shared<SimUserProperty>(world_, item_, property);
+    if (property->lowerName == lower) return world_.Hand(std::make_shared<SimUserProperty>(world_, item_, property));
   }
   return nullptr;
 }
@@ -48,7 +49,9 @@ client::Ref<client::UserProperty> SimUserProperties::Add(const std::string& name
   property->type = type;
   property->value = DefaultPropertyValue(type);
   item.properties.push_back(property);
-  return std::make_shared<SimUserProperty>(world_, item_, std::move(property));
+  // AddToFolderFields defaults to True: the item's folder learns the field.
+  item.folder->AddField(name, type);
+  return world_.Hand(std::make_shared<SimUserProperty>(world_, item_, std::move(property)));
 }
 
 UserPropData& SimUserProperty::Use(const char* member) {

@@ -107,7 +107,7 @@ client::Ref<client::View> SimViews::Item(const std::string& name) {
   world_.Enter("Views", "Item");
   auto view = FindView(*folder_, name);
   if (!view) fault::OutOfBounds();
-  return view;
+  return world_.Hand(view);
 }
 
 client::Ref<client::View> SimViews::Add(const std::string& name, long viewType, long saveOption) {
@@ -117,7 +117,7 @@ client::Ref<client::View> SimViews::Add(const std::string& name, long viewType, 
     qorvane::Raise(fault::kDispatchException, "A view named \"" + name + "\" already exists.");
   if (saveOption < 0 || saveOption > 2) qorvane::Raise(fault::kInvalidArgument, "The parameter is incorrect.");
   folder_->views.push_back(std::make_shared<SimView>(world_, name, NewViewXml(name, viewType)));
-  return folder_->views.back();
+  return world_.Hand(folder_->views.back());
 }
 
 }  // namespace sim

@@ -26,30 +26,32 @@ void SimExplorer::Use(const char* member) {
 
 client::Ref<client::CommandBars> SimExplorer::CommandBars() {
   Use("CommandBars");
-  return std::make_shared<SimCommandBars>(world_, bars_);
+  return world_.Hand(std::make_shared<SimCommandBars>(world_, bars_));
 }
 
 client::Ref<client::MAPIFolder> SimExplorer::CurrentFolder() {
   Use("CurrentFolder");
-  return folder_;
+  return world_.Hand(folder_);
 }
 
 void SimExplorer::CurrentFolder(const client::Ref<client::MAPIFolder>& folder) {
   Use("CurrentFolder");
-  auto target = std::dynamic_pointer_cast<SimFolder>(folder);
-  if (!target) qorvane::Raise(folder ? qorvane::err::kTypeMismatch : qorvane::err::kObjectNotSet);
+  auto* own = dynamic_cast<SimFolder*>(folder.get());
+  if (!own) qorvane::Raise(folder ? qorvane::err::kTypeMismatch : qorvane::err::kObjectNotSet);
+  // The folder's own pointer, not the caller's handle: the window keeps state.
+  auto target = own->shared_from_this();
   if (target != folder_) selection_.clear();  // another folder shows nothing selected yet
   folder_ = std::move(target);
 }
 
 client::Ref<client::Selection> SimExplorer::Selection() {
   Use("Selection");
-  return std::make_shared<SimSelection>(world_, selection_);
+  return world_.Hand(std::make_shared<SimSelection>(world_, selection_));
 }
 
 client::Ref<client::Panes> SimExplorer::Panes() {
   Use("Panes");
-  return std::make_shared<SimPanes>(world_);
+  return world_.Hand(std::make_shared<SimPanes>(world_));
 }
 
 client::WindowRect SimExplorer::Rect() {
@@ -64,7 +66,7 @@ void SimExplorer::Close() {
 
 client::Ref<client::EventSubscription> SimExplorer::Advise(client::ExplorerEvents* sink) {
   Use("Advise");
-  return events.Advise(sink);
+  return world_.Hand(events.Advise(sink));
 }
 
 long SimSelection::Count() {
@@ -86,12 +88,12 @@ long SimExplorers::Count() {
 client::Ref<client::Explorer> SimExplorers::Item(long index) {
   world_.Enter("Explorers", "Item");
   if (index < 1 || static_cast<std::size_t>(index) > world_.explorers.size()) fault::OutOfBounds();
-  return world_.explorers[static_cast<std::size_t>(index - 1)];
+  return world_.Hand(world_.explorers[static_cast<std::size_t>(index - 1)]);
 }
 
 client::Ref<client::EventSubscription> SimExplorers::Advise(client::ExplorersEvents* sink) {
   world_.Enter("Explorers", "Advise");
-  return world_.explorersEvents.Advise(sink);
+  return world_.Hand(world_.explorersEvents.Advise(sink));
 }
 
 SimInspector::SimInspector(World& world, ItemPtr item)
@@ -109,7 +111,7 @@ client::Ref<client::Item> SimInspector::CurrentItem() {
 
 client::Ref<client::CommandBars> SimInspector::CommandBars() {
   Use("CommandBars");
-  return std::make_shared<SimCommandBars>(world_, bars_);
+  return world_.Hand(std::make_shared<SimCommandBars>(world_, bars_));
 }
 
 long SimInspector::EditorType() {
@@ -142,12 +144,12 @@ long SimInspectors::Count() {
 client::Ref<client::Inspector> SimInspectors::Item(long index) {
   world_.Enter("Inspectors", "Item");
   if (index < 1 || static_cast<std::size_t>(index) > world_.inspectors.size()) fault::OutOfBounds();
-  return world_.inspectors[static_cast<std::size_t>(index - 1)];
+  return world_.Hand(world_.inspectors[static_cast<std::size_t>(index - 1)]);
 }
 
 client::Ref<client::EventSubscription> SimInspectors::Advise(client::InspectorsEvents* sink) {
   world_.Enter("Inspectors", "Advise");
-  return world_.inspectorsEvents.Advise(sink);
+  return world_.Hand(world_.inspectorsEvents.Advise(sink));
 }
 
 }  // namespace sim

@@ -21,7 +21,7 @@ void OutOfBounds() { qorvane::Raise(kDispatchException, "Array index out of boun
 }  // namespace fault
 
 World::World(const SimOptions& options)
-    : options(options), clock(options.now), safeMail(std::make_unique<SimSafeMailFactory>(*this)),
+    : options(options), clock(options.now), timeZone(options.utcOffsetMinutes), safeMail(std::make_unique<SimSafeMailFactory>(*this)),
       safeMailInstalled(options.safeMailInstalled) {
   root = std::make_shared<SimFolder>(*this, "Mailbox", client::olMailItem, nullptr);
   const std::pair<long, const char*> defaults[] = {{client::olFolderInbox, "Inbox"},
@@ -95,9 +95,9 @@ void World::Delete(const ItemPtr& item) {
 
 client::Ref<client::Item> World::Wrap(const ItemPtr& item) {
   switch (item->itemClass) {
-    case client::olMail: return std::make_shared<SimMailItem>(*this, item);
-    case client::olAppointment: return std::make_shared<SimAppointmentItem>(*this, item);
-    default: return std::make_shared<SimOtherItem>(*this, item);
+    case client::olMail: return Hand(std::make_shared<SimMailItem>(*this, item));
+    case client::olAppointment: return Hand(std::make_shared<SimAppointmentItem>(*this, item));
+    default: return Hand(std::make_shared<SimOtherItem>(*this, item));
   }
 }
 
@@ -142,7 +142,7 @@ bool World::Resolves(const std::string& recipient) const {
 std::shared_ptr<SimExplorer> World::OpenExplorer(const std::shared_ptr<SimFolder>& folder) {
   auto explorer = std::make_shared<SimExplorer>(*this, folder);
   explorers.push_back(explorer);
-  const client::Ref<client::Explorer> opened = explorer;
+  const client::Ref<client::Explorer> opened = Hand(explorer);
   explorersEvents.Raise([&](client::ExplorersEvents& sink) { sink.NewExplorer(opened); });
   return explorer;
 }
@@ -158,7 +158,7 @@ void World::CloseExplorer(SimExplorer& explorer) {
 std::shared_ptr<SimInspector> World::OpenInspector(const ItemPtr& item) {
   auto inspector = std::make_shared<SimInspector>(*this, item);
   inspectors.push_back(inspector);
-  const client::Ref<client::Inspector> opened = inspector;
+  const client::Ref<client::Inspector> opened = Hand(inspector);
   inspectorsEvents.Raise([&](client::InspectorsEvents& sink) { sink.NewInspector(opened); });
   return inspector;
 }

@@ -17,9 +17,12 @@
 #include "sim/call_counter.h"
 #include "sim/event_sinks.h"
 #include "sim/item_data.h"
+#include "sim/live_handles.h"
 #include "sim/recorded_message_box.h"
 #include "sim/sim_client.h"
 #include "sim/virtual_clock.h"
+#include "platform/time_zone.h"
+#include "platform/virtual_timers.h"
 
 namespace sim {
 
@@ -29,6 +32,7 @@ class SimInspector;
 class SimShortcutGroup;
 class SimSyncObject;
 class SimSafeMailFactory;
+class SimCOMAddIn;
 
 // Errors the simulated client raises the way the real one does.
 namespace fault {
@@ -51,6 +55,13 @@ class World {
   World& operator=(const World&) = delete;
 
   void Enter(std::string_view interfaceName, std::string_view member) { counter.Enter(interfaceName, member); }
+
+  // Every interface object handed across the interface goes out through here
+  // (see live_handles.h).
+  template <class T>
+  client::Ref<T> Hand(std::shared_ptr<T> object) const {
+    return handles.Hand(std::move(object));
+  }
 
   // --- the store --------------------------------------------------------------
   std::shared_ptr<SimFolder> DefaultFolder(long folderType);  // raises for an unknown number
@@ -79,6 +90,9 @@ class World {
   SimOptions options;
   CallCounter counter;
   VirtualClock clock;
+  qorvane::VirtualTimers timers{&clock};
+  qorvane::FixedOffsetTimeZone timeZone;
+  LiveHandles handles;
   RecordedMessageBox messageBox;
   std::unique_ptr<SimSafeMailFactory> safeMail;
   bool safeMailInstalled = true;
@@ -96,6 +110,10 @@ class World {
 
   std::vector<std::shared_ptr<SimShortcutGroup>> shortcutGroups;  // shared by every explorer's bar
   std::shared_ptr<SimSyncObject> syncObject;
+
+  std::vector<std::string> keystrokes;  // SendKeys, in order
+  int spellChecks = 0;                  // runs of a compose window's spelling command
+  std::vector<std::shared_ptr<SimCOMAddIn>> addIns;
 
  private:
   std::uint64_t nextId_ = 0;

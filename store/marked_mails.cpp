@@ -56,12 +56,14 @@ void SpecialAdd(const client::Ref<client::Item>& item) {
 
 void SpecialDo() {
   qorvane::Trap("mSpecial.SpecialDo", [&] {
-    auto inbox = client::CurrentApplication()->GetNamespace("MAPI")->GetDefaultFolder(client::olFolderInbox);
+    const auto session = client::CurrentApplication()->GetNamespace("MAPI");
     client::Ref<client::MAPIFolder> deferred;
-    for (const auto& item : MarkedMails(inbox->Items())) {
-      if (auto mark = item->UserProperties()->Find(kMarkProperty)) mark->Delete();
-      if (!deferred) deferred = Main::GetQorvaneFolder(true);
-      item->Move(deferred);
+    for (const long folderType : {client::olFolderInbox, client::olFolderDrafts}) {
+      for (const auto& item : MarkedMails(session->GetDefaultFolder(folderType)->Items())) {
+        if (auto mark = item->UserProperties()->Find(kMarkProperty)) mark->Delete();
+        if (!deferred) deferred = Main::GetQorvaneFolder(true);
+        item->Move(deferred);
+      }
     }
   });
 }

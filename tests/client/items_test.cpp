@@ -3,6 +3,7 @@
 // Restrict and Find with the DASL and Jet filters the add-in writes; sending
 // through the safe-mail library.
 #include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -11,6 +12,8 @@
 #include <random>
 #include <tuple>
 
+#include "base/ole_date.h"
+#include "platform/time_zone.h"
 #include "tests/client/sim_fixture.h"
 
 namespace client_conformance {
@@ -212,25 +215,56 @@ TYPED_TEST(ItemsTest, AttachmentsKeepOrderAndNamesAndMissingFilesRaise) {
 
 const std::string kProps = "http://schemas.microsoft.com/mapi/string/{00020329-0000-0000-C000-000000000046}/";
 
-// A filter and the subjects it finds, in the folder's order.
+// A filter and the subjects it finds, in the folder's order. DASL compares
+// date-times in UTC: "<local TIME>" stands for that local time's UTC text in
+// the client's time zone. A Jet filter names a user property that is a field
+// of the folder and compares in local time.
 const std::pair<std::string, std::vector<std::string>> kFilters[] = {
     {"@SQL=\"" + kProps + "MoveToQorvane\" IS NOT NULL", {"a", "c", "e"}},
     {"@SQL=\"" + kProps + "ScheduleTime\" IS NOT NULL", {"a", "b", "c", "e"}},
     {"@SQL=\"" + kProps + "Unknown\" IS NOT NULL", {}},
-    {"@SQL=\"" + kProps + "ScheduleTime\" <= '2025-03-03 09:30'", {"a", "c"}},
-    {"@SQL=\"" + kProps + "ScheduleTime\" < '2025-03-03 09:30'", {"a"}},
-    {"@SQL=\"" + kProps + "ScheduleTime\" > '2025-03-03 09:30'", {"b", "e"}},
-    {"@SQL=\"" + kProps + "ScheduleTime\" = '2025-03-03 09:30:00'", {"c"}},
-    {"@SQL=\"" + kProps + "MoveToQorvane\" IS NOT NULL AND \"" + kProps + "ScheduleTime\" >= '2025-03-03 09:30'",
+    {"@SQL=\"" + kProps + "ScheduleTime\" <= '<local 2025-03-03 09:30>'", {"a", "c"}},
+    {"@SQL=\"" + kProps + "ScheduleTime\" < '<local 2025-03-03 09:30>'", {"a"}},
+    {"@SQL=\"" + kProps + "ScheduleTime\" > '<local 2025-03-03 09:30>'", {"b", "e"}},
+    {"@SQL=\"" + kProps + "ScheduleTime\" = '<local 2025-03-03 09:30:00>'", {"c"}},
+    {"@SQL=\"" + kProps + "MoveToQorvane\" IS NOT NULL AND \"" + kProps + "ScheduleTime\" >= '<local 2025-03-03 09:30>'",
      {"c", "e"}},
+    {"[ScheduleTime] <= '3/3/2025 9:30 AM'", {"a", "c"}},
+    {"[scheduletime] > '2025-03-03 09:30'", {"b", "e"}},
     {"[Subject] = \"c\"", {"c"}},
     {"[Subject] = 'none'", {}},
 };
 
+// "<local YYYY-MM-DD HH:MM[:SS]>" replaced by the same instant in UTC.
+std::string InUtc(std::string filter) {
+  static const std::string kMarker = "<local ";
+  for (std::size_t open; (open = filter.find(kMarker)) != std::string::npos;) {
+    const std::size_t close = filter.find('>', open);
+    int y = 0, mo = 0, d = 0, h = 0, mi = 0, sec = 0;
+    const int read = std::sscanf(filter.substr(open + kMarker.size(), close - open - kMarker.size()).c_str(), "%d-%d-%d %d:%d:%d", &y, &mo, &d,
+                                 &h, &mi, &sec);
+    const double local = qorvane::DateSerialRollOver(y, mo, d) + qorvane::TimeSerial(h, mi, sec);
+    qorvane::CivilDate day;
+    qorvane::TimeOfDay time;
+    qorvane::SplitRounded(qorvane::CurrentTimeZone().LocalToUtc(local), day, time);
+    char text[32];
+    if (read == 6) {
+      std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", day.year, day.month, day.day, time.hour,
+                    time.minute, time.second);
+    } else {
+      std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d", day.year, day.month, day.day, time.hour,
+                    time.minute);
+    }
+    filter.replace(open, close - open + 1, text);
+  }
+  return filter;
+}
+
 TYPED_TEST(ItemsTest, RestrictAndFindGiveTheMatchesInFolderOrderAndRefuseBadFilters) {
   this->AddScheduledMails();
   const auto items = this->Inbox()->Items();
-  for (const auto& [filter, subjects] : kFilters) {
+  for (const auto& [written, subjects] : kFilters) {
+    const std::string filter = InUtc(written);
     SCOPED_TRACE(filter);
     EXPECT_EQ(this->Subjects(items->Restrict(filter)), subjects);
     std::vector<std::string> found;
@@ -239,11 +273,28 @@ TYPED_TEST(ItemsTest, RestrictAndFindGiveTheMatchesInFolderOrderAndRefuseBadFilt
   }
   const std::string mark = "@SQL=\"" + kProps + "MoveToQorvane\"";
   const std::string bad[] = {"", "[Subject] ==", "[Subject] = 'unterminated", "@SQL=nonsense",
-                             mark + " IS SOMETIMES NULL", mark + " IS NOT NULL AND"};
+                             mark + " IS SOMETIMES NULL", mark + " IS NOT NULL AND",
+                             "[NotAField] = 'x'", "[ScheduleTime] <= 'soon'"};
   for (const std::string& filter : bad) {
     EXPECT_EQ(ErrorOf([&] { items->Restrict(filter); }), kDispatchException) << filter;
     EXPECT_EQ(ErrorOf([&] { items->Find(filter); }), kDispatchException) << filter;
   }
+}
+
+TYPED_TEST(ItemsTest, SortOnAFolderFieldPutsItemsWithoutAValueFirst) {
+  this->AddScheduledMails();
+  const auto items = this->Inbox()->Items();
+  items->Sort("[ScheduleTime]", false);
+  EXPECT_EQ(this->Subjects(items), (std::vector<std::string>{"d", "a", "c", "b", "e"}));
+  items->Sort("[ScheduleTime]", true);
+  EXPECT_EQ(this->Subjects(items), (std::vector<std::string>{"b", "e", "c", "a", "d"})) << "ties keep folder order";
+  const auto scheduled = items->Restrict("@SQL=\"" + kProps + "ScheduleTime\" IS NOT NULL");
+  scheduled->Sort("[ScheduleTime]", false);
+  EXPECT_EQ(scheduled->Item(1)->Subject(), "a");
+  EXPECT_EQ(ErrorOf([&] { items->Sort("[NotAField]", false); }), kDispatchException);
+  EXPECT_EQ(ErrorOf([&] { this->Folder(client::olFolderOutbox)->Items()->Sort("[ScheduleTime]", false); }),
+            kDispatchException)
+      << "a field of the Inbox is not one of the Outbox";
 }
 
 TYPED_TEST(ItemsTest, RecipientsAreTheNamesOfToAndResolveOnlyIfAllAreKnown) {
