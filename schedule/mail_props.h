@@ -126,7 +126,17 @@ class CMailProps {
 
   // Moves a recurring record to its next occurrence; false (nothing changed)
   // for a one-time record or the last send of a pattern with an end.
+  // The first occurrence listed from the pattern start is taken to be the one
+  // being sent, even when m_ScheduleTime was moved away from it; the next is
+  // the one after it that is also later than m_ScheduleTime. So the send time
+  // always moves strictly forward. Raises (record unchanged) when the pattern
+  // has no such occurrence.
   bool SetNextOccurrence();
+
+  // The same advance when the pattern start cannot be trusted and was set
+  // from m_ScheduleTime: moves to the first occurrence listed from the
+  // pattern start that is later than `after`.
+  bool SetNextOccurrenceAfter(double after);
 
   // Occurrences from the pattern start, ascending. The limit is a date (every
   // occurrence up to that day, at most 999) or a count. An invalid limit is
@@ -142,11 +152,11 @@ class CMailProps {
   // (for tools that must tell the user why a line did not read).
   void ReadFromStringOrRaise(const std::string& text);
 
-  // Day of the month (1..31) of the instance-th day matching the mask in that
-  // month; 0 (logged) for invalid parameters or no match.
   // The send time Init gives for a given now.
   static double DefaultScheduleTime(double now);
 
+  // Day of the month (1..31) of the instance-th day matching the mask in that
+  // month; 0 (logged) for invalid parameters or no match.
   static std::int32_t GetInstanceDay(std::int32_t year, std::int32_t month, std::int32_t instance,
                                      std::int32_t mask);
 
