@@ -37,6 +37,23 @@ inline constexpr std::int32_t kInstanceLast = 5;
 using DateList = std::vector<double>;
 using AttachmentList = std::vector<std::string>;
 
+// What a field-by-field read of the text form (CMailProps::ReadEachField)
+// could set. A field not read keeps the value it had.
+struct LineFields {
+  bool recurring = false;    // m_IsRecurring
+  bool pattern = false;      // the seven numbers and m_NoEndDate, all of them
+  bool attachments = false;  // the list: the head has its nine fields
+  bool startTime = false;
+  bool patternStart = false;
+  bool endDate = false;
+  // The start time and the pattern start read, and their texts are exactly
+  // what the current locale writes for them. False for a line written under
+  // another locale's formats, whose dates may have read as other dates.
+  bool datesAsWrittenHere = false;
+  // Why the first field that did not read failed; empty when all read.
+  std::string firstFailure;
+};
+
 }  // namespace qorvane
 
 class CMailProps {
@@ -151,6 +168,10 @@ class CMailProps {
   // The same read, reporting its failure to the caller instead of the log
   // (for tools that must tell the user why a line did not read).
   void ReadFromStringOrRaise(const std::string& text);
+  // Reads every field of the line that can be read, also past a field that
+  // fails; the rest keep their values. Logs nothing: what a gap means is the
+  // caller's decision (sending needs no end date, for instance).
+  qorvane::LineFields ReadEachField(const std::string& text);
 
   // The send time Init gives for a given now.
   static double DefaultScheduleTime(double now);
