@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "base/variant.h"
-#include "client/ref.h"
+#include "client/fwd.h"
 
 namespace qorvane {
 
