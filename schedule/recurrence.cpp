@@ -283,7 +283,7 @@ double FirstOccurrenceAfter(const CMailProps& r, double after, bool skipFirst) {
     found = occurrence;
     return false;
   });
-  if (!found) Raise(err::kSubscriptOutOfRange, "the pattern has no occurrence after the one being sent");
+  if (!found) Raise(err::kSubscriptOutOfRange, "none within the 1000 years a pattern is listed for");
   return *found;
 }
 
