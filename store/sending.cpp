@@ -89,16 +89,37 @@ void SaveAdvancedSchedule(const client::Ref<client::MailItem>& item, CMailProps&
   qorvane::Raise(kScheduleNotSaved, "the next send time could not be saved; nothing sent this time");
 }
 
-// One advance of the catch-up. False, with the reason, when the pattern has
-// no occurrence to move to (a damaged pattern): the send time stays.
-bool Advance(CMailProps& props, bool fromSendTime, bool& moved, std::string& stuck) {
-  try {
-    moved = fromSendTime ? props.SetNextOccurrenceAfter(props.m_ScheduleTime) : props.SetNextOccurrence();
-    return true;
-  } catch (const qorvane::RuntimeError& e) {
-    stuck = e.Description();
-    return false;
-  }
+// The occurrences due by now, from the record's send time on, and the record
+// advanced past them.
+struct CatchUp {
+  std::vector<double> times;  // in time order
+  bool ended = false;         // the last is the series' last send
+  std::string stuck;          // why the pattern could not move on, if it could not
+};
+
+// Every occurrence missed while the client was closed is due now, one copy
+// each. Each advance moves the send time strictly forward, so the loop ends;
+// a damaged pattern that has nowhere to move stops it, and the send time it
+// could not leave stays with the record, unsent.
+CatchUp CatchUpTo(CMailProps& props, double now, bool fromSendTime) {
+  CatchUp due;
+  do {
+    const double time = props.m_ScheduleTime;
+    bool moved = false;
+    try {
+      moved = fromSendTime ? props.SetNextOccurrenceAfter(time) : props.SetNextOccurrence();
+    } catch (const qorvane::RuntimeError& e) {
+      due.stuck = e.Description();
+      break;
+    }
+    fromSendTime = false;
+    due.times.push_back(time);
+    if (!moved) {
+      due.ended = true;
+      break;
+    }
+  } while (now >= props.m_ScheduleTime);
+  return due;
 }
 
 }  // namespace
@@ -109,10 +130,10 @@ void SendMessage(const client::Ref<client::MailItem>& item, double now) {
       g_debug.Out("cant send becose inspector is opened");
       return;
     }
-    DueSchedule due = ReadDueSchedule(item);
+    DueSchedule read = ReadDueSchedule(item);
     const std::string entryId = Quietly([&] { return item->EntryID(); });
-    if (!due.cause.empty()) return HoldBack(item, entryId, CauseKey(due.cause.c_str(), due), due.details);
-    CMailProps& props = due.props;
+    if (!read.cause.empty()) return HoldBack(item, entryId, CauseKey(read.cause.c_str(), read), read.details);
+    CMailProps& props = read.props;
     if (!props.m_IsRecurring) {
       ForgetUnsent(entryId);
       MoveAndSendMessage(item, props.m_ScheduleTime, props);
@@ -120,42 +141,25 @@ void SendMessage(const client::Ref<client::MailItem>& item, double now) {
     }
     // A pattern already found to go nowhere from this very schedule would
     // only be walked again to the same end.
-    const std::string stuckKey = CauseKey("pattern ends", due);
+    const std::string stuckKey = CauseKey("pattern ends", read);
     if (HasNoticeOfUnsent(entryId, stuckKey)) return;
 
-    // Every occurrence missed while the client was closed goes out now, one
-    // copy each, in time order. Each advance moves the send time strictly
-    // forward, so the loop ends.
-    std::vector<double> times;
-    bool ended = false;
-    std::string stuck;
-    bool fromSendTime = due.anchoredOnSendTime;
-    do {
-      const double time = props.m_ScheduleTime;
-      bool moved = false;
-      if (!Advance(props, fromSendTime, moved, stuck)) break;
-      fromSendTime = false;
-      times.push_back(time);
-      if (!moved) {
-        ended = true;
-        break;
-      }
-    } while (now >= props.m_ScheduleTime);
-    if (times.empty()) {
+    const CatchUp due = CatchUpTo(props, now, read.anchoredOnSendTime);
+    if (due.times.empty()) {
       return HoldBack(item, entryId, stuckKey,
                       "its pattern has no occurrence after " +
-                          qorvane::CurrentLocale().FormatGeneralDate(props.m_ScheduleTime) + " (" + stuck + ")");
+                          qorvane::CurrentLocale().FormatGeneralDate(props.m_ScheduleTime) + " (" + due.stuck + ")");
     }
     // The original keeps its next send time before any copy leaves, so that
     // a failure while sending never sends an occurrence twice.
-    if (!ended) SaveAdvancedSchedule(item, props, due);
+    if (!due.ended) SaveAdvancedSchedule(item, props, read);
     ForgetUnsent(entryId);
-    for (std::size_t i = 0; i < times.size(); ++i) {
-      if (i + 1 == times.size() && ended) {
-        MoveAndSendMessage(item, times[i], props);
+    for (std::size_t i = 0; i < due.times.size(); ++i) {
+      if (i + 1 == due.times.size() && due.ended) {
+        MoveAndSendMessage(item, due.times[i], props);
       } else {
         auto copy = item->Copy()->AsMailItem();
-        MoveAndSendMessage(copy, times[i], props);
+        MoveAndSendMessage(copy, due.times[i], props);
       }
     }
   });
