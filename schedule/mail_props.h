@@ -156,8 +156,10 @@ class CMailProps {
   bool SetNextOccurrenceAfter(double after);
 
   // Occurrences from the pattern start, ascending. The limit is a date (every
-  // occurrence up to that day, at most 999) or a count. An invalid limit is
-  // logged and yields no list at all.
+  // occurrence up to that day, at most 999) or a count (and then at most 1000
+  // years ahead). A pattern that stops moving forward (a month interval of 0,
+  // say) ends its listing there. An invalid limit, or a pattern start or
+  // date outside the calendar, is logged and yields no list at all.
   std::optional<qorvane::DateList> GetOccurrences(const qorvane::Variant& EndDateOrNumOccurrences);
 
   // The recurrence part as one line of text and back.
