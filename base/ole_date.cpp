@@ -13,9 +13,14 @@ namespace {
 
 constexpr int kMinYear = 100;
 constexpr int kMaxYear = 9999;
+// An int count of days spans fewer years than this, so a year further out
+// than this from the calendar can never be rolled back into it.
+constexpr std::int64_t kYearsAnIntOfDaysSpans = 6'000'000;
+// Beyond this a double has no fraction left and the day count stops.
+constexpr double kSerialDayLimit = 4.6e18;
 
-void CheckYear(int year) {
-  if (year < kMinYear || year > kMaxYear) Raise(err::kInvalidCall);
+void CheckSerialDay(std::int64_t serial) {
+  if (serial < kFirstSerialDay || serial > kLastSerialDay) Raise(err::kInvalidCall);
 }
 
 }  // namespace
@@ -48,7 +53,17 @@ CivilDate CivilFromDays(std::int64_t days) noexcept {
 double DatePart(double date) noexcept { return std::trunc(date); }
 double TimePart(double date) noexcept { return std::fabs(date - std::trunc(date)); }
 
-std::int64_t SerialDay(double date) noexcept { return static_cast<std::int64_t>(std::trunc(date)); }
+std::int64_t SerialDay(double date) noexcept {
+  if (!(date > -kSerialDayLimit)) return date != date ? 0 : static_cast<std::int64_t>(-kSerialDayLimit);
+  if (!(date < kSerialDayLimit)) return static_cast<std::int64_t>(kSerialDayLimit);
+  return static_cast<std::int64_t>(std::trunc(date));
+}
+
+bool IsInCalendar(double date) noexcept {
+  // Negative dates keep their day in the whole part, so the bounds are open
+  // at the day before the first and the day after the last.
+  return date > static_cast<double>(kFirstSerialDay - 1) && date < static_cast<double>(kLastSerialDay + 1);
+}
 
 double ComposeDate(std::int64_t serialDay, double timeFraction) noexcept {
   const double day = static_cast<double>(serialDay);
@@ -79,13 +94,17 @@ TimeOfDay ToTimeOfDay(double date) noexcept {
 }
 
 double DateSerialRollOver(int year, int month, int day) {
-  // Months roll the year first, then the day rolls from the first of that month.
-  const int monthIndex = month - 1;
-  const int yearCarry = monthIndex >= 0 ? monthIndex / 12 : -((11 - monthIndex) / 12);
-  const int normalizedYear = year + yearCarry;
-  const int normalizedMonth = monthIndex - yearCarry * 12 + 1;
-  const std::int64_t serial = DaysFromCivil(normalizedYear, normalizedMonth, 1) + kOleEpochOffset + (day - 1);
-  CheckYear(CivilFromDays(serial - kOleEpochOffset).year);
+  // Months roll the year first, then the day rolls from the first of that
+  // month. Wide arithmetic: an extreme month or day raises, never overflows.
+  const std::int64_t monthIndex = std::int64_t{month} - 1;
+  const std::int64_t yearCarry = monthIndex >= 0 ? monthIndex / 12 : -((11 - monthIndex) / 12);
+  const std::int64_t normalizedYear = year + yearCarry;
+  if (normalizedYear < kMinYear - kYearsAnIntOfDaysSpans || normalizedYear > kMaxYear + kYearsAnIntOfDaysSpans)
+    Raise(err::kInvalidCall);
+  const int normalizedMonth = static_cast<int>(monthIndex - yearCarry * 12 + 1);
+  const std::int64_t serial = DaysFromCivil(static_cast<int>(normalizedYear), normalizedMonth, 1) + kOleEpochOffset +
+                              (std::int64_t{day} - 1);
+  CheckSerialDay(serial);
   return static_cast<double>(serial);
 }
 
@@ -94,16 +113,27 @@ double TimeSerial(int hour, int minute, int second) noexcept {
   return static_cast<double>(seconds) / 86400.0;
 }
 
-double AddMonthsClamped(double date, int months) {
+std::optional<double> AddMonthsClampedInCalendar(double date, std::int64_t months) noexcept {
+  if (!IsInCalendar(date)) return std::nullopt;
+  // Any int64 beyond this leaves the calendar anyway; the cut keeps the sum
+  // below from overflowing.
+  constexpr std::int64_t kMonthsBeyondTheCalendar = std::int64_t{kMaxYear} * 12 + 12;
+  if (months > kMonthsBeyondTheCalendar || months < -kMonthsBeyondTheCalendar) return std::nullopt;
   const CivilDate civil = ToCivil(date);
   const std::int64_t monthIndex = static_cast<std::int64_t>(civil.year) * 12 + (civil.month - 1) + months;
   const std::int64_t year = monthIndex >= 0 ? monthIndex / 12 : (monthIndex - 11) / 12;
   const int month = static_cast<int>(monthIndex - year * 12) + 1;
-  if (year < kMinYear || year > kMaxYear) Raise(err::kInvalidCall);
+  if (year < kMinYear || year > kMaxYear) return std::nullopt;
   const int lastDay = DaysInMonth(static_cast<int>(year), month);
   const int day = civil.day < lastDay ? civil.day : lastDay;
   const std::int64_t serial = DaysFromCivil(static_cast<int>(year), month, day) + kOleEpochOffset;
   return ComposeDate(serial, TimePart(date));
+}
+
+double AddMonthsClamped(double date, int months) {
+  const std::optional<double> sum = AddMonthsClampedInCalendar(date, months);
+  if (!sum) Raise(err::kInvalidCall);
+  return *sum;
 }
 
 double AddYearsClamped(double date, int years) {
@@ -111,7 +141,14 @@ double AddYearsClamped(double date, int years) {
   return AddMonthsClamped(date, years * 12);
 }
 
-double AddDays(double date, int days) noexcept { return ComposeDate(SerialDay(date) + days, TimePart(date)); }
+double AddDays(double date, std::int64_t days) noexcept {
+  // Cut so that the sum cannot overflow; such a day is far outside the
+  // calendar either way.
+  constexpr std::int64_t kLimit = std::int64_t{1} << 61;
+  if (days > kLimit) days = kLimit;
+  if (days < -kLimit) days = -kLimit;
+  return ComposeDate(SerialDay(date) + days, TimePart(date));
+}
 
 int WeekdayIndexSunday0(std::int64_t serialDay) noexcept {
   // Serial day 1 (1899-12-31) was a Sunday.
@@ -130,7 +167,7 @@ bool IsLeapYear(int year) noexcept { return (year % 4 == 0 && year % 100 != 0) |
 int DaysInMonth(int year, int month) noexcept {
   static constexpr int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   if (month == 2 && IsLeapYear(year)) return 29;
-  return kDays[(month - 1) % 12];
+  return kDays[(month % 12 + 11) % 12];  // any int month, as its place in the year
 }
 
 int DaysInMonth(double date) noexcept {

@@ -8,15 +8,21 @@
 // month beyond its range roll into the next one, AddMonthsClamped and
 // AddYearsClamped clamp the day to the target month's last day.
 // Valid years are 100..9999 as for the runtime; leaving that range raises
-// runtime error 5 (invalid procedure call).
+// runtime error 5 (invalid procedure call). Every function takes whatever a
+// damaged or crafted record holds (any int, any double) without overflowing.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace qorvane {
 
 // Days between 1970-01-01 and 1899-12-30.
 inline constexpr std::int64_t kOleEpochOffset = 25569;
+// OLE serial days of the first and the last day of the runtime's calendar,
+// 100-01-01 and 9999-12-31.
+inline constexpr std::int64_t kFirstSerialDay = -657434;
+inline constexpr std::int64_t kLastSerialDay = 2958465;
 
 struct CivilDate {
   int year = 1899;
@@ -44,7 +50,12 @@ double DatePart(double date) noexcept;
 double TimePart(double date) noexcept;
 // A whole day number (OLE serial) plus a time-of-day fraction.
 double ComposeDate(std::int64_t serialDay, double timeFraction) noexcept;
+// The day of a date; NaN counts as day 0 and days beyond +-2^62 are cut to
+// that, so that no double, however damaged, converts out of range.
 std::int64_t SerialDay(double date) noexcept;
+// True for a date-time on a day of the runtime's calendar (years 100..9999);
+// false for NaN, infinities and everything outside.
+bool IsInCalendar(double date) noexcept;
 
 CivilDate ToCivil(double date) noexcept;
 int Year(double date) noexcept;
@@ -67,7 +78,10 @@ double TimeSerial(int hour, int minute, int second) noexcept;
 // month's length (31 Jan + 1 month = 28/29 Feb, 29 Feb + 1 year = 28 Feb).
 double AddMonthsClamped(double date, int months);
 double AddYearsClamped(double date, int years);
-double AddDays(double date, int days) noexcept;
+// The same month addition, with no result (instead of error 5) when the date
+// or the sum lies outside years 100..9999.
+std::optional<double> AddMonthsClampedInCalendar(double date, std::int64_t months) noexcept;
+double AddDays(double date, std::int64_t days) noexcept;
 
 // Weekday 1..7 counted from firstDay (1 = Sunday .. 7 = Saturday).
 int Weekday(double date, int firstDay = 1) noexcept;

@@ -12,15 +12,12 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "base/variant.h"
+#include "client/fwd.h"
 
 namespace client {
-
-template <class T>
-using Ref = std::shared_ptr<T>;
 
 using qorvane::Variant;
 
@@ -82,45 +79,5 @@ class EventSubscription {
  public:
   virtual ~EventSubscription() = default;
 };
-
-class Application;
-class NameSpace;
-class MAPIFolder;
-class Folders;
-class Items;
-class Item;
-class MailItem;
-class AppointmentItem;
-class RecurrencePattern;
-class UserProperties;
-class UserProperty;
-class Attachments;
-class Attachment;
-class Views;
-class View;
-class Explorers;
-class Explorer;
-class Selection;
-class Inspectors;
-class Inspector;
-class Panes;
-class OutlookBarPane;
-class OutlookBarGroups;
-class OutlookBarGroup;
-class OutlookBarShortcuts;
-class OutlookBarShortcut;
-class CommandBars;
-class CommandBar;
-class CommandBarControls;
-class CommandBarControl;
-class SyncObjects;
-class SyncObject;
-class SafeMailItem;
-class SafeRecipients;
-class AddInConnection;
-class COMAddIn;
-class COMAddIns;
-class UserDefinedProperties;
-class UserDefinedProperty;
 
 }  // namespace client

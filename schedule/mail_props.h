@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "base/variant.h"
-#include "client/ref.h"
+#include "client/fwd.h"
 
 namespace qorvane {
 
@@ -36,6 +36,23 @@ inline constexpr std::int32_t kInstanceLast = 5;
 
 using DateList = std::vector<double>;
 using AttachmentList = std::vector<std::string>;
+
+// What a field-by-field read of the text form (CMailProps::ReadEachField)
+// could set. A field not read keeps the value it had.
+struct LineFields {
+  bool recurring = false;    // m_IsRecurring
+  bool pattern = false;      // the seven numbers and m_NoEndDate, all of them
+  bool attachments = false;  // the list: the head has its nine fields
+  bool startTime = false;
+  bool patternStart = false;
+  bool endDate = false;
+  // The start time and the pattern start read, and their texts are exactly
+  // what the current locale writes for them. False for a line written under
+  // another locale's formats, whose dates may have read as other dates.
+  bool datesAsWrittenHere = false;
+  // Why the first field that did not read failed; empty when all read.
+  std::string firstFailure;
+};
 
 }  // namespace qorvane
 
@@ -126,11 +143,23 @@ class CMailProps {
 
   // Moves a recurring record to its next occurrence; false (nothing changed)
   // for a one-time record or the last send of a pattern with an end.
+  // The first occurrence listed from the pattern start is taken to be the one
+  // being sent, even when m_ScheduleTime was moved away from it; the next is
+  // the one after it that is also later than m_ScheduleTime. So the send time
+  // always moves strictly forward. Raises (record unchanged) when the pattern
+  // has no such occurrence.
   bool SetNextOccurrence();
 
+  // The same advance when the pattern start cannot be trusted and was set
+  // from m_ScheduleTime: moves to the first occurrence listed from the
+  // pattern start that is later than `after`.
+  bool SetNextOccurrenceAfter(double after);
+
   // Occurrences from the pattern start, ascending. The limit is a date (every
-  // occurrence up to that day, at most 999) or a count. An invalid limit is
-  // logged and yields no list at all.
+  // occurrence up to that day, at most 999) or a count (and then at most 1000
+  // years ahead). A pattern that stops moving forward (a month interval of 0,
+  // say) ends its listing there. An invalid limit, or a pattern start or
+  // date outside the calendar, is logged and yields no list at all.
   std::optional<qorvane::DateList> GetOccurrences(const qorvane::Variant& EndDateOrNumOccurrences);
 
   // The recurrence part as one line of text and back.
@@ -141,12 +170,16 @@ class CMailProps {
   // The same read, reporting its failure to the caller instead of the log
   // (for tools that must tell the user why a line did not read).
   void ReadFromStringOrRaise(const std::string& text);
+  // Reads every field of the line that can be read, also past a field that
+  // fails; the rest keep their values. Logs nothing: what a gap means is the
+  // caller's decision (sending needs no end date, for instance).
+  qorvane::LineFields ReadEachField(const std::string& text);
 
-  // Day of the month (1..31) of the instance-th day matching the mask in that
-  // month; 0 (logged) for invalid parameters or no match.
   // The send time Init gives for a given now.
   static double DefaultScheduleTime(double now);
 
+  // Day of the month (1..31) of the instance-th day matching the mask in that
+  // month; 0 (logged) for invalid parameters or no match.
   static std::int32_t GetInstanceDay(std::int32_t year, std::int32_t month, std::int32_t instance,
                                      std::int32_t mask);
 

@@ -1,5 +1,6 @@
 // Main: the "ScheduleTime" user property that holds an item's next send time
-// (and drives the deferred folder's "Next Occurrence" column).
+// (and drives the deferred folder's "Next Occurrence" column), and the name
+// of the property beside it that holds the recurrence line.
 #pragma once
 
 #include "client/items.h"
@@ -7,6 +8,7 @@
 namespace Main {
 
 inline constexpr const char* kScheduleTimeProperty = "ScheduleTime";
+inline constexpr const char* kRecurrenceProperty = "QorvaneRecurrence";
 
 // Sets "ScheduleTime" as a date-time property; a property of another type is
 // replaced, never converted. The caller saves the item. False after a

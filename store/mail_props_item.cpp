@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr const char* kRecurrenceProperty = "QorvaneRecurrence";
-
 // The newest file of a folder that neither the ignore list nor the
 // system-and-hidden rule excludes; "" when there is none or the folder can't
 // be listed. On equal times the file listed first stays.
@@ -48,7 +46,7 @@ bool CMailProps::ReadProps(const client::Ref<client::Item>& oMail) {
     }
     m_ScheduleTime = scheduleTime;
     m_IsRecurring = false;
-    auto recurrence = oMail->UserProperties()->Find(kRecurrenceProperty);
+    auto recurrence = oMail->UserProperties()->Find(Main::kRecurrenceProperty);
     if (!recurrence) {
       m_collAttachments = qorvane::AttachmentList{};
       return;
@@ -65,8 +63,8 @@ bool CMailProps::WriteProps(const client::Ref<client::Item>& oMail) {
     const std::string line = WriteToString();
     if (line.empty()) complete = false;
     auto properties = oMail->UserProperties();
-    auto recurrence = properties->Find(kRecurrenceProperty);
-    if (!recurrence) recurrence = properties->Add(kRecurrenceProperty, client::olText);
+    auto recurrence = properties->Find(Main::kRecurrenceProperty);
+    if (!recurrence) recurrence = properties->Add(Main::kRecurrenceProperty, client::olText);
     recurrence->Value(line);
   });
   return trapped && complete;
@@ -75,7 +73,7 @@ bool CMailProps::WriteProps(const client::Ref<client::Item>& oMail) {
 void CMailProps::ClearProps(const client::Ref<client::Item>& oMail) {
   qorvane::Trap("CMailProps.ClearProps", [&] {
     Main::DelUserProp(oMail);
-    if (auto recurrence = oMail->UserProperties()->Find(kRecurrenceProperty)) recurrence->Delete();
+    if (auto recurrence = oMail->UserProperties()->Find(Main::kRecurrenceProperty)) recurrence->Delete();
   });
 }
 

@@ -2,6 +2,8 @@
 #include "store/sending.h"
 
 #include <algorithm>
+#include <functional>
+#include <string>
 #include <vector>
 
 #include "base/ole_date.h"
@@ -14,14 +16,15 @@
 #include "infra/error_trap.h"
 #include "platform/locale.h"
 #include "platform/message_box.h"
+#include "store/sending_notices.h"
+#include "store/sending_schedule.h"
 
 namespace Main {
 namespace {
 
 // Application-defined error numbers (the runtime's vbObjectError range).
-constexpr std::int32_t kScheduleNotRead = -2147221504 + 1;
-constexpr std::int32_t kScheduleInconsistent = -2147221504 + 2;
 constexpr std::int32_t kScheduleNotSaved = -2147221504 + 3;
+constexpr std::int32_t kMailHeldBack = -2147221504 + 4;
 
 // Is the item shown in an open compose or read window? Each window is asked
 // with errors ignored: a window that fails to answer does not stop a send.
@@ -42,10 +45,38 @@ bool IsOpenInAnInspector(const client::Ref<client::MailItem>& item) {
   return open;
 }
 
+// An item property read for the log or the session memory, "" when the
+// client does not answer.
+template <class Read>
+std::string Quietly(Read&& read) {
+  std::string text;
+  qorvane::IgnoreErrors([&] { text = read(); });
+  qorvane::Err.Clear();
+  return text;
+}
+
+// A mail that cannot be sent stays where it is. The log says so the first
+// time for each cause and schedule, not on every tick that finds it due.
+// `cause` names what is wrong together with a digest of the schedule as read,
+// so that an edited schedule is judged afresh.
+void HoldBack(const client::Ref<client::MailItem>& item, const std::string& entryId, const std::string& cause,
+              const std::string& details) {
+  if (!FirstNoticeOfUnsent(entryId, cause)) return;
+  const std::string subject = Quietly([&] { return item->Subject(); });
+  qorvane::Raise(kMailHeldBack, "'" + subject + "' is not sent: " + details);
+}
+
+std::string CauseKey(const char* cause, const DueSchedule& due) {
+  const std::size_t digest =
+      std::hash<std::string>{}(due.savedLine.value_or("") + "|" + std::to_string(due.savedTime));
+  return std::string(cause) + "|" + std::to_string(digest);
+}
+
 // Writes the advanced schedule onto the item and saves it, and makes sure it
-// reads back as written. Otherwise the schedule the item had is put back and
-// the pass sends nothing, so the next pass starts from a whole schedule.
-void SaveAdvancedSchedule(const client::Ref<client::MailItem>& item, CMailProps& advanced, const CMailProps& original) {
+// reads back as written. Otherwise the properties the item had are put back
+// as they were and the pass sends nothing, so the next pass starts from a
+// whole schedule.
+void SaveAdvancedSchedule(const client::Ref<client::MailItem>& item, CMailProps& advanced, const DueSchedule& before) {
   bool saved = advanced.WriteProps(item);
   if (saved) saved = qorvane::IgnoreErrors([&] { item->Save(); });
   if (saved) {
@@ -53,10 +84,42 @@ void SaveAdvancedSchedule(const client::Ref<client::MailItem>& item, CMailProps&
     saved = check.ReadProps(item) && check.Equal(advanced);
   }
   if (saved) return;
-  CMailProps restore = original;
-  restore.WriteProps(item);
+  RestoreSchedule(item, before);
   qorvane::IgnoreErrors([&] { item->Save(); });
   qorvane::Raise(kScheduleNotSaved, "the next send time could not be saved; nothing sent this time");
+}
+
+// The occurrences due by now, from the record's send time on, and the record
+// advanced past them.
+struct CatchUp {
+  std::vector<double> times;  // in time order
+  bool ended = false;         // the last is the series' last send
+  std::string stuck;          // why the pattern could not move on, if it could not
+};
+
+// Every occurrence missed while the client was closed is due now, one copy
+// each. Each advance moves the send time strictly forward, so the loop ends;
+// a damaged pattern that has nowhere to move stops it, and the send time it
+// could not leave stays with the record, unsent.
+CatchUp CatchUpTo(CMailProps& props, double now, bool fromSendTime) {
+  CatchUp due;
+  do {
+    const double time = props.m_ScheduleTime;
+    bool moved = false;
+    try {
+      moved = fromSendTime ? props.SetNextOccurrenceAfter(time) : props.SetNextOccurrence();
+    } catch (const qorvane::RuntimeError& e) {
+      due.stuck = e.Description();
+      break;
+    }
+    fromSendTime = false;
+    due.times.push_back(time);
+    if (!moved) {
+      due.ended = true;
+      break;
+    }
+  } while (now >= props.m_ScheduleTime);
+  return due;
 }
 
 }  // namespace
@@ -67,37 +130,36 @@ void SendMessage(const client::Ref<client::MailItem>& item, double now) {
       g_debug.Out("cant send becose inspector is opened");
       return;
     }
-    CMailProps props;
-    // Acting on half a schedule could send an occurrence twice or end a
-    // series early; the item waits for the next pass instead.
-    if (!props.ReadProps(item)) qorvane::Raise(kScheduleNotRead, "the schedule could not be read; not sent this time");
+    DueSchedule read = ReadDueSchedule(item);
+    const std::string entryId = Quietly([&] { return item->EntryID(); });
+    if (!read.cause.empty()) return HoldBack(item, entryId, CauseKey(read.cause.c_str(), read), read.details);
+    CMailProps& props = read.props;
     if (!props.m_IsRecurring) {
+      ForgetUnsent(entryId);
       MoveAndSendMessage(item, props.m_ScheduleTime, props);
       return;
     }
-    if (qorvane::DatePart(props.m_ScheduleTime) != props.m_PatternStartDate)
-      qorvane::Raise(kScheduleInconsistent, "the next send time and the pattern disagree; not sent");
-    const CMailProps original = props;
-    // Every occurrence missed while the client was closed goes out now, one
-    // copy each, in time order.
-    std::vector<double> due;
-    bool ended = false;
-    do {
-      due.push_back(props.m_ScheduleTime);
-      if (!props.SetNextOccurrence()) {
-        ended = true;
-        break;
-      }
-    } while (now >= props.m_ScheduleTime);
+    // A pattern already found to go nowhere from this very schedule would
+    // only be walked again to the same end.
+    const std::string stuckKey = CauseKey("pattern ends", read);
+    if (HasNoticeOfUnsent(entryId, stuckKey)) return;
+
+    const CatchUp due = CatchUpTo(props, now, read.anchoredOnSendTime);
+    if (due.times.empty()) {
+      return HoldBack(item, entryId, stuckKey,
+                      "its pattern has no occurrence after " +
+                          qorvane::CurrentLocale().FormatGeneralDate(props.m_ScheduleTime) + " (" + due.stuck + ")");
+    }
     // The original keeps its next send time before any copy leaves, so that
     // a failure while sending never sends an occurrence twice.
-    if (!ended) SaveAdvancedSchedule(item, props, original);
-    for (std::size_t i = 0; i < due.size(); ++i) {
-      if (i + 1 == due.size() && ended) {
-        MoveAndSendMessage(item, due[i], props);
+    if (!due.ended) SaveAdvancedSchedule(item, props, read);
+    ForgetUnsent(entryId);
+    for (std::size_t i = 0; i < due.times.size(); ++i) {
+      if (i + 1 == due.times.size() && due.ended) {
+        MoveAndSendMessage(item, due.times[i], props);
       } else {
         auto copy = item->Copy()->AsMailItem();
-        MoveAndSendMessage(copy, due[i], props);
+        MoveAndSendMessage(copy, due.times[i], props);
       }
     }
   });

@@ -13,7 +13,9 @@
 namespace Main {
 
 // Sends what is due of one scheduled item at now. An item open in a window is
-// left alone (the next tick tries again).
+// left alone (the next tick tries again). A send time the user edited is
+// honoured; a mail that cannot be sent (its schedule unreadable, its pattern
+// going nowhere) stays as it is and is logged once for the session.
 void SendMessage(const client::Ref<client::MailItem>& item, double now);
 
 // Clears the schedule from the item, moves it to the Outbox, attaches the

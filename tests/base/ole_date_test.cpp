@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cmath>
+#include <limits>
 
 #include "base/runtime_error.h"
 
@@ -115,6 +117,69 @@ TEST(OleDate, YearAdditionClampsLeapDay) {
   const double leap = DateSerialRollOver(2028, 2, 29) + TimeSerial(9, 30, 0);
   EXPECT_EQ(AddYearsClamped(leap, 1), DateSerialRollOver(2029, 2, 28) + TimeSerial(9, 30, 0));
   EXPECT_EQ(AddYearsClamped(leap, 4), leap + (DateSerialRollOver(2032, 2, 29) - DateSerialRollOver(2028, 2, 29)));
+}
+
+// What a damaged or crafted record can pass in: every int and every double.
+// Out of the calendar is error 5 or no result, never an overflow.
+TEST(OleDateExtremes, DateSerialRaisesForEveryMonthAndDayBeyondTheCalendar) {
+  constexpr int kMin = std::numeric_limits<int>::min(), kMax = std::numeric_limits<int>::max();
+  const struct {
+    int year, month, day;
+  } beyond[] = {{2025, kMin, 1}, {2025, kMax, 1}, {2025, 3, kMin}, {2025, 1, kMax}, {kMax, kMax, kMax},
+                {kMin, kMin, kMin}, {kMax, 1, 1}, {9999, 12, 32}, {100, 1, 0}};
+  for (const auto& c : beyond) {
+    try {
+      DateSerialRollOver(c.year, c.month, c.day);
+      ADD_FAILURE() << c.year << "-" << c.month << "-" << c.day << " did not raise";
+    } catch (const RuntimeError& e) {
+      EXPECT_EQ(e.Number(), err::kInvalidCall);
+    }
+  }
+  // A day far out may still roll a far year back into the calendar: 10000
+  // Gregorian years are 25 cycles of 146097 days.
+  EXPECT_EQ(DateSerialRollOver(12025, 1, 1 - 25 * 146097), static_cast<double>(Serial(2025, 1, 1)));
+}
+
+TEST(OleDateExtremes, MonthAdditionGivesNoResultOutsideTheCalendar) {
+  const double date = static_cast<double>(Serial(2025, 3, 31)) + 0.5;
+  EXPECT_EQ(AddMonthsClampedInCalendar(date, 1), static_cast<double>(Serial(2025, 4, 30)) + 0.5);
+  for (const std::int64_t months : {std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min(),
+                                    std::int64_t{1000000000}, std::int64_t{-24300}, std::int64_t{95700}})
+    EXPECT_FALSE(AddMonthsClampedInCalendar(date, months).has_value()) << months;
+  for (const double odd : {std::nan(""), 1e300, -1e300, static_cast<double>(kLastSerialDay + 1)})
+    EXPECT_FALSE(AddMonthsClampedInCalendar(odd, 1).has_value()) << odd;
+  EXPECT_THROW(AddMonthsClamped(date, std::numeric_limits<int>::max()), RuntimeError);
+}
+
+TEST(OleDateExtremes, DayCountsOfAnyDoubleStayInRange) {
+  EXPECT_EQ(SerialDay(std::nan("")), 0);
+  EXPECT_GT(SerialDay(1e300), std::int64_t{1} << 61);
+  EXPECT_LT(SerialDay(-1e300), -(std::int64_t{1} << 61));
+  EXPECT_EQ(SerialDay(-2.5), -2);
+  EXPECT_GT(AddDays(45719.5, std::numeric_limits<std::int64_t>::max()), 1e18);
+  EXPECT_LT(AddDays(45719.5, std::numeric_limits<std::int64_t>::min()), -1e18);
+}
+
+TEST(OleDateExtremes, TheCalendarRunsFromYear100ToYear9999) {
+  const struct {
+    double date;
+    bool inside;
+  } cases[] = {
+      {static_cast<double>(kFirstSerialDay), true},          {static_cast<double>(kFirstSerialDay) - 0.75, true},
+      {static_cast<double>(kFirstSerialDay - 1), false},     {static_cast<double>(kLastSerialDay) + 0.999, true},
+      {static_cast<double>(kLastSerialDay + 1), false},      {std::nan(""), false},
+      {std::numeric_limits<double>::infinity(), false},      {0.0, true},
+  };
+  for (const auto& c : cases) EXPECT_EQ(IsInCalendar(c.date), c.inside) << c.date;
+  EXPECT_EQ(kFirstSerialDay, Serial(100, 1, 1));
+  EXPECT_EQ(kLastSerialDay, Serial(9999, 12, 31));
+}
+
+TEST(OleDateExtremes, MonthLengthsOfAnyMonthNumberFollowItsPlaceInTheYear) {
+  for (const int month : {0, -1, 13, 14, -11, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+    const int place = ((month % 12) + 12 + 11) % 12 + 1;
+    EXPECT_EQ(DaysInMonth(2023, month), DaysInMonth(2023, place)) << month;
+  }
 }
 
 }  // namespace

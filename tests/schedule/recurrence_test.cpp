@@ -1,6 +1,8 @@
 // The recurrence engine as a table of patterns and the send times they yield.
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "base/runtime_error.h"
 #include "schedule/first_dow.h"
 #include "schedule/mail_props.h"
@@ -220,6 +222,158 @@ TEST(LastOccurrence, IsTheLastOfTheRemainingSends) {
   record.m_RecurrenceType = 4;
   EXPECT_EQ(record.GetLastOccurrence(), 0.0);
   EXPECT_TRUE(log.LogContains("Error(9) : GetLastOccurrence"));
+}
+
+
+// Records no dialog writes but a damaged or crafted line holds. Whatever they
+// say, a listing ends with what the pattern really yields (each occurrence
+// later than the one before) and an advance either moves forward or fails.
+struct DegenerateCase {
+  const char* name;
+  const char* line;
+  std::vector<std::string> listed;  // the first of GetOccurrences(2147483647); "none": no list
+  std::size_t count;                // how many it lists
+  const char* last;                 // GetLastOccurrence, "" for the logged failure
+  const char* advance;              // after SetFirstOccurrence: "raises", "last send" or the next send time
+};
+
+class Degenerate : public ::testing::TestWithParam<DegenerateCase> {
+ protected:
+  testing::ScopedLocale locale_{"en-US"};
+  testing::ScopedLogFolder log_;
+};
+
+TEST_P(Degenerate, ListsWhatThePatternYieldsAndNeverAdvancesInPlace) {
+  const DegenerateCase& c = GetParam();
+  SetFirstDOW(1);
+  CMailProps record;
+  ASSERT_TRUE(record.ReadFromString(c.line));
+  const std::optional<DateList> list = record.GetOccurrences(std::numeric_limits<std::int32_t>::max());
+  std::vector<std::string> first{"none"};
+  if (list) first = Texts(DateList(list->begin(), list->begin() + std::min<std::ptrdiff_t>(3, std::ssize(*list))));
+  EXPECT_EQ(first, c.listed);
+  EXPECT_EQ(list ? list->size() : 0u, c.count);
+  const double last = record.GetLastOccurrence();
+  EXPECT_EQ(last == 0.0 ? "" : testing::Text(last), c.last);
+
+  std::string advance = "raises";
+  try {
+    record.SetFirstOccurrence();
+    const double first = record.m_ScheduleTime;
+    if (!record.SetNextOccurrence()) advance = "last send";
+    else if (record.m_ScheduleTime > first) advance = testing::Text(record.m_ScheduleTime);
+    else advance = "stood still";
+  } catch (const RuntimeError&) {
+  }
+  EXPECT_EQ(advance, c.advance);
+  SetFirstDOW(0);
+}
+
+const DegenerateCase kDegenerate[] = {
+    // Day 0 falls on the last day of the month before, which the next month
+    // falls back to again: one occurrence, not the same one forever.
+    {"monthly_day_0", "1;2;0;0;0;0;1;5;0;#10;8:15:00 AM#9;3/10/2025#11;12:00:00 AM", {"2025-03-31 08:15"}, 1,
+     "2025-03-31 08:15", "raises"},
+    {"monthly_day_0_without_end", "1;2;0;0;0;0;1;5;1;#10;8:15:00 AM#9;3/10/2025#11;12:00:00 AM", {"2025-03-31 08:15"},
+     1, "2025-03-31 08:15", "raises"},
+    {"monthly_interval_0_and_2147483647_sends", "1;2;10;0;0;0;0;2147483647;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM",
+     {"2025-03-10 09:30"}, 1, "2025-03-10 09:30", "raises"},
+    {"monthly_negative_interval", "1;2;10;0;0;0;-1;3;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", {"2025-03-10 09:30"},
+     1, "2025-03-10 09:30", "raises"},
+    {"daily_negative_interval", "1;0;0;0;0;0;-3;3;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", {"2025-03-03 09:30"}, 1,
+     "2025-03-03 09:30", "raises"},
+    {"monthly_nth_interval_0", "1;3;0;0;2;2;0;3;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", {"2025-03-10 09:30"}, 1,
+     "2025-03-10 09:30", "raises"},
+    // A skip of a billion weeks leaves the calendar after the first week.
+    {"weekly_interval_1000000000", "1;1;0;0;0;2;1000000000;1;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM",
+     {"2025-03-03 09:30"}, 1, "2025-03-03 09:30", "last send"},
+    {"weekly_interval_1000000000_without_end", "1;1;0;0;0;2;1000000000;1;1;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM",
+     {"2025-03-03 09:30"}, 1, "2025-03-03 09:30", "raises"},
+    {"monthly_interval_2147483647", "1;2;10;0;0;0;2147483647;2;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM",
+     {"2025-03-10 09:30"}, 1, "2025-03-10 09:30", "raises"},
+    {"daily_interval_minus_2147483648", "1;0;0;0;0;0;-2147483648;2;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM",
+     {"2025-03-03 09:30"}, 1, "2025-03-03 09:30", "raises"},
+    // A day or month this far out has no date at all: no list, logged.
+    {"yearly_day_minus_2147483648", "1;5;-2147483648;3;0;0;1;1;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", {"none"}, 0,
+     "", "raises"},
+    {"yearly_month_minus_2147483648", "1;5;1;-2147483648;0;0;1;1;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", {"none"},
+     0, "", "raises"},
+    {"yearly_nth_month_2147483647", "1;6;0;2147483647;1;2;1;2;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", {"none"}, 0,
+     "", "raises"},
+    // Huge but harmless: every month's last day, for the 1000 years a
+    // listing by count may cover.
+    {"monthly_day_2147483647_is_the_last_day", "1;2;2147483647;0;0;0;1;2;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM",
+     {"2025-03-31 09:30", "2025-04-30 09:30", "2025-05-31 09:30"}, 12000, "2025-04-30 09:30", "2025-04-30 09:30"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Engine, Degenerate, ::testing::ValuesIn(kDegenerate),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// The user may move a mail's next send time ("Next Occurrence" in the
+// folder's view). The send at the moved time stands for the occurrence it was
+// moved from; the series goes on with the pattern's next occurrence after
+// both, in the pattern's own rhythm.
+struct MovedCase {
+  const char* name;
+  Pattern pattern;  // pattern start = the occurrence the send time was moved from
+  const char* movedTo;
+  const char* next;
+};
+
+class MovedSendTime : public ::testing::TestWithParam<MovedCase> {
+ protected:
+  testing::ScopedLocale locale_{"en-US"};
+};
+
+TEST_P(MovedSendTime, GoesOnAfterTheMovedSend) {
+  const MovedCase& c = GetParam();
+  SetFirstDOW(1);
+  CMailProps record = Record(c.pattern);
+  record.m_ScheduleTime = At(c.movedTo);
+  ASSERT_TRUE(record.SetNextOccurrence());
+  EXPECT_EQ(testing::Text(record.m_ScheduleTime), c.next);
+  EXPECT_EQ(record.m_PatternStartDate, DatePart(record.m_ScheduleTime));
+  SetFirstDOW(0);
+}
+
+const MovedCase kMoved[] = {
+    {"not_moved", {.type = 1, .mask = Mon}, "2025-03-03 09:30", "2025-03-10 09:30"},
+    {"later_the_same_day", {.type = 1, .mask = Mon}, "2025-03-03 17:00", "2025-03-10 09:30"},
+    {"earlier_the_same_day", {.type = 1, .mask = Mon}, "2025-03-03 07:00", "2025-03-10 09:30"},
+    {"to_an_earlier_day", {.type = 1, .mask = Mon}, "2025-02-26 07:00", "2025-03-10 09:30"},
+    {"to_a_day_off_the_pattern", {.type = 1, .mask = Mon}, "2025-03-12 10:00", "2025-03-17 09:30"},
+    {"onto_a_later_occurrence", {.type = 1, .mask = Mon}, "2025-03-17 09:30", "2025-03-24 09:30"},
+    {"keeps_every_other_week", {.type = 1, .interval = 2, .mask = Mon}, "2025-03-12 10:00", "2025-03-17 09:30"},
+    {"keeps_every_third_day", {.type = 0, .interval = 3}, "2025-03-20 12:00", "2025-03-21 09:30"},
+    {"monthly_by_position", {.type = 3, .mask = Fri, .instance = 5, .start = "2025-03-28"}, "2025-05-02 09:00",
+     "2025-05-30 09:30"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Engine, MovedSendTime, ::testing::ValuesIn(kMoved),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(MovedSendTime, AnchoredOnTheSendTimeTheNextIsTheFirstOccurrenceAfterIt) {
+  testing::ScopedLocale locale("en-US");
+  SetFirstDOW(1);
+  // The pattern start was taken from a send time off the pattern (Wednesday).
+  CMailProps record = Record({.type = 1, .mask = Mon, .start = "2025-03-12", .time = "10:00"});
+  record.m_ScheduleTime = At("2025-03-12 10:00");
+  ASSERT_TRUE(record.SetNextOccurrenceAfter(record.m_ScheduleTime));
+  EXPECT_EQ(testing::Text(record.m_ScheduleTime), "2025-03-17 10:00");
+  // On the pattern, it is the one after.
+  ASSERT_TRUE(record.SetNextOccurrenceAfter(record.m_ScheduleTime));
+  EXPECT_EQ(testing::Text(record.m_ScheduleTime), "2025-03-24 10:00");
+  SetFirstDOW(0);
+}
+
+TEST(InstanceDay, AListingLogsAnInvalidPatternOnceNotOnceAMonth) {
+  testing::ScopedLocale locale("en-US");
+  testing::ScopedLogFolder log;
+  CMailProps record = Record({.type = 3, .interval = 1, .mask = 0, .instance = 1, .start = "2025-03-01"});
+  ASSERT_EQ(record.GetOccurrences(120)->size(), 120u);
+  int warnings = 0;
+  for (const std::string& line : log.LogLines()) warnings += line.find("Invalid Params") != std::string::npos;
+  EXPECT_EQ(warnings, 1);
 }
 
 }  // namespace

@@ -186,5 +186,68 @@ const BadLine kBadLines[] = {
 INSTANTIATE_TEST_SUITE_P(TextForm, FailedRead, ::testing::ValuesIn(kBadLines),
                          [](const auto& info) { return std::string(info.param.name); });
 
+// Reading field by field, as sending does: every field that can be read is,
+// past any that can't, and the result says which did.
+struct EachFieldCase {
+  const char* name;
+  const char* locale;
+  const char* line;
+  // recurring, pattern, attachments, start time, pattern start, end date,
+  // dates as written here, in that order
+  const char* read;
+  const char* failure;  // the start of firstFailure
+  AttachmentList attachments;
+};
+
+class EachField : public ::testing::TestWithParam<EachFieldCase> {};
+
+TEST_P(EachField, ReadsWhatCanBeReadAndSaysWhatCouldNot) {
+  const EachFieldCase& c = GetParam();
+  ScopedLocale locale(c.locale);
+  ScopedLogFolder log;
+  CMailProps read;
+  read.m_PatternEndDate = 7;
+  const LineFields fields = read.ReadEachField(c.line);
+  const std::string flags = {fields.recurring ? '1' : '0',  fields.pattern ? '1' : '0',  fields.attachments ? '1' : '0',
+                             fields.startTime ? '1' : '0',  fields.patternStart ? '1' : '0', fields.endDate ? '1' : '0',
+                             fields.datesAsWrittenHere ? '1' : '0'};
+  EXPECT_EQ(flags, c.read);
+  EXPECT_EQ(fields.firstFailure.substr(0, std::string(c.failure).size()), c.failure) << fields.firstFailure;
+  EXPECT_EQ(read.m_collAttachments, c.attachments);
+  if (fields.patternStart) {
+    EXPECT_EQ(read.m_PatternStartDate, At("2025-03-03"));
+  }
+  if (!fields.endDate) {
+    EXPECT_EQ(read.m_PatternEndDate, 7) << "a field not read keeps its value";
+  }
+  EXPECT_TRUE(log.LogText().empty()) << "nothing is logged";
+}
+
+const EachFieldCase kEachField[] = {
+    {"whole_line", "en-US", kWorkedLine, "1111111", "", {"C:\\Reports\\summary.pdf", "C:\\Reports\\Weekly\\"}},
+    {"end_date_damaged", "en-US", "1;1;0;0;0;34;1;10;0;a.txt;#10;9:30:00 AM#8;3/3/2025#11;12:00:0x AM", "1111101",
+     "PatternEndDate", {"a.txt"}},
+    {"end_date_cut_off", "en-US", "1;1;0;0;0;34;1;10;0;#10;9:30:00 AM#8;3/3/2025#", "1111101", "PatternEndDate", {}},
+    {"start_date_damaged", "en-US", "1;1;0;0;0;34;1;10;0;#10;9:30:00 AM#8;3/x/2025#9;3/31/2025", "1111010",
+     "PatternStartDate", {}},
+    {"start_time_damaged", "en-US", "1;1;0;0;0;34;1;10;0;#5;later#8;3/3/2025#11;12:00:00 AM", "1110110", "StartTime",
+     {}},
+    {"length_damaged_hides_the_rest", "en-US", "1;1;0;0;0;34;1;10;0;#x;9:30:00 AM#8;3/3/2025#11;12:00:00 AM",
+     "1110000", "StartTime", {}},
+    {"number_damaged", "en-US", "1;1;0;x;0;34;1;10;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", "1011111",
+     "MonthOfYear: Type mismatch", {}},
+    {"one_time_with_garbage_numbers", "en-US", "0;a;b;c;d;e;f;g;h;C:\\a.txt;#3;abc#3;def#3;ghi", "1010000",
+     "RecurrenceType", {"C:\\a.txt"}},
+    {"five_fields", "en-US", "1;1;0;0;2;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", "1001111", "DayOfWeekMask", {}},
+    {"no_hash", "en-US", "1;1;0;0;0;34;1;10;0;", "0000000", "the nine numbers", {}},
+    {"written_under_another_locale", "de-DE", "1;1;0;0;0;34;1;10;0;#10;9:30:00 AM#8;3/3/2025#11;12:00:00 AM", "1111110",
+     "", {}},
+    {"written_here_in_day_month_order", "en-GB", "1;1;0;0;0;34;1;10;0;#8;09:30:00#10;03/03/2025#8;00:00:00", "1111111",
+     "", {}},
+};
+
+INSTANTIATE_TEST_SUITE_P(TextForm, EachField, ::testing::ValuesIn(kEachField),
+                         [](const auto& info) { return std::string(info.param.name); });
+
 }  // namespace
 }  // namespace qorvane

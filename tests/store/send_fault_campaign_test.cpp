@@ -13,6 +13,7 @@
 #include "store/sending.h"
 #include "tests/schedule/schedule_test_util.h"
 #include "sim/sim_client.h"
+#include "tests/store/store_fixture.h"
 #include "tests/support/test_env.h"
 
 namespace qorvane {
@@ -113,6 +114,7 @@ class Pass {
   }
 
   const Files& files_;
+  testing::ScopedUnsentNotices notices_;
   sim::SimClient sim_;
   client::Ref<client::MAPIFolder> deferred_;
   std::optional<std::pair<std::string, std::int64_t>> fault_;

@@ -11,9 +11,20 @@
 #include "infra/ignore_list.h"
 #include "schedule/mail_props.h"
 #include "sim/sim_client.h"
+#include "store/sending_notices.h"
 #include "tests/support/test_env.h"
 
 namespace qorvane::testing {
+
+// The session's memory of mails that could not be sent: empty for the test,
+// and emptied again after it.
+class ScopedUnsentNotices {
+ public:
+  ScopedUnsentNotices() { Main::ResetUnsentNoticesForTesting(); }
+  ~ScopedUnsentNotices() { Main::ResetUnsentNoticesForTesting(); }
+  ScopedUnsentNotices(const ScopedUnsentNotices&) = delete;
+  ScopedUnsentNotices& operator=(const ScopedUnsentNotices&) = delete;
+};
 
 class StoreTest : public ::testing::Test {
  protected:
@@ -53,6 +64,7 @@ class StoreTest : public ::testing::Test {
 
   ScopedLocale locale_{"en-US"};
   ScopedLogFolder log_;
+  ScopedUnsentNotices notices_;
   sim::SimClient sim_;
   client::Ref<client::MAPIFolder> deferred_;
 };
