@@ -3,6 +3,7 @@
 
 #include "client/application.h"
 #include "client/command_bars.h"
+#include "client/errors.h"
 #include "client/folders.h"
 #include "client/items.h"
 #include "client/ref.h"
