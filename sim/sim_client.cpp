@@ -37,7 +37,16 @@ SimClient::~SimClient() {
 }
 
 void SimClient::Install() {
+  if (installed_) return;
   if (!application_) application_ = std::make_shared<SimApplication>(*world_);
+  try {
+    replaced_.application = client::CurrentApplication();
+  } catch (const qorvane::RuntimeError&) {
+    replaced_.application = nullptr;  // none connected
+  }
+  replaced_.safeMail = &client::CurrentSafeMailFactory();
+  replaced_.clock = &qorvane::CurrentClock();
+  replaced_.messageBox = &qorvane::CurrentMessageBox();
   client::SetCurrentApplication(application_);
   client::SetSafeMailFactory(world_->safeMail.get());
   qorvane::SetClock(&world_->clock);
@@ -46,10 +55,12 @@ void SimClient::Install() {
 }
 
 void SimClient::Uninstall() {
-  client::SetCurrentApplication(nullptr);
-  client::SetSafeMailFactory(nullptr);
-  qorvane::SetClock(nullptr);
-  qorvane::SetMessageBox(nullptr);
+  if (!installed_) return;
+  client::SetCurrentApplication(std::move(replaced_.application));
+  client::SetSafeMailFactory(replaced_.safeMail);
+  qorvane::SetClock(replaced_.clock == &qorvane::SystemClock() ? nullptr : replaced_.clock);
+  qorvane::SetMessageBox(replaced_.messageBox == &qorvane::PlatformMessageBox() ? nullptr : replaced_.messageBox);
+  replaced_ = {};
   installed_ = false;
 }
 

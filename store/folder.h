@@ -38,7 +38,8 @@ bool AddShortcutFolder(const client::Ref<client::MAPIFolder>& folder);
 // folder, without a leading separator.
 std::string GetFolderPath(const client::Ref<client::MAPIFolder>& folder);
 
-// Test support: a new session, whose first GetQorvaneFolder checks the view.
-void ResetFolderSessionForTesting();
+// Whether this session has already looked at the view of an existing folder;
+// false (a new session) makes the next GetQorvaneFolder check it.
+extern bool g_ViewChecked;
 
 }  // namespace Main

@@ -10,6 +10,7 @@
 
 #include "platform/locale.h"
 #include "platform/pattern_locale.h"
+#include "tests/support/process_state.h"
 
 namespace qorvane {
 namespace {
@@ -18,6 +19,7 @@ long long Seconds(double date) { return std::llround(date * 86400.0); }
 
 // Selecting every built-in locale is SystemAgreesWithTable's first step.
 TEST(CurrentLocale, RefusesUnknownNamesTakesCAsUnitedStatesAndRestoresTheUsers) {
+  const testing::ScopedLocale found(CurrentLocale().Name().c_str());
   SelectUserLocale();
   const std::string user = CurrentLocale().Name();
   EXPECT_FALSE(user.empty());
@@ -33,12 +35,11 @@ TEST(CurrentLocale, RefusesUnknownNamesTakesCAsUnitedStatesAndRestoresTheUsers) 
   EXPECT_EQ(CurrentLocale().Name(), user);
 }
 
-class SystemAgreesWithTable : public ::testing::TestWithParam<std::string> {
-  void TearDown() override { SelectUserLocale(); }
-};
+class SystemAgreesWithTable : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(SystemAgreesWithTable, SameTextBothWays) {
-  ASSERT_TRUE(SelectLocale(GetParam()));
+  const testing::ScopedLocale locale(GetParam().c_str());
+  ASSERT_TRUE(locale.ok());
   const Locale& system = CurrentLocale();
   const PatternLocale table(*BuiltinLocalePatterns(GetParam()));
   EXPECT_EQ(system.ShortDateFormat(), table.ShortDateFormat());

@@ -17,11 +17,7 @@ namespace qorvane::testing {
 
 class StoreTest : public ::testing::Test {
  protected:
-  StoreTest() {
-    sim_.Install();
-    g_IgnoreList.FromString(CIgnoreList::kDefaultList);
-    g_IgnoreList.IgnoreSysHiden(true);
-  }
+  StoreTest() { sim_.Install(); }
   ~StoreTest() override { sim_.Uninstall(); }
 
   client::Ref<client::MAPIFolder> Deferred() {
@@ -53,6 +49,7 @@ class StoreTest : public ::testing::Test {
 
   ScopedLocale locale_{"en-US"};
   ScopedLogFolder log_;
+  ScopedIgnoreList ignoreList_{CIgnoreList::kDefaultList, true};
   sim::SimClient sim_;
   client::Ref<client::MAPIFolder> deferred_;
 };
