@@ -77,26 +77,42 @@ done
 
 options=("${limits[@]}" -max_total_time="$seconds" -print_final_stats=1 -artifact_prefix="$work/artifacts/")
 [[ -f $dict ]] && options+=(-dict="$dict")
+rm -f "$work"/artifacts/*
 "$fuzzer" "${options[@]}" "$@" "$work/corpus" "$work/seeds" >"$work/fuzz.log" 2>&1
 status=$?
 # libFuzzer's last progress line: executions, coverage, features.
 grep -E '^#[0-9]+' "$work/fuzz.log" | tail -1 | sed "s/^/fuzz $name: /"
 grep -E '^stat::number_of_executed_units' "$work/fuzz.log" | sed "s/^/fuzz $name: /"
-known_hit=
-if ((status != 0)); then
+
+# Each input the run kept as a crash, timeout or leak is tried alone: the
+# report of a known finding makes it that finding, anything else is new.
+# (A plain run stops at its first; with -fork=1 -ignore_crashes=1 ... it
+# goes on and may keep several.)
+found=0
+for artifact in "$work"/artifacts/*; do
+  [[ -f $artifact ]] || continue
+  found=1
+  "$fuzzer" "${limits[@]}" "$artifact" >"$artifact.log" 2>&1
+  known_hit=
   for i in "${!known[@]}"; do
-    matches "$work/fuzz.log" "${known_patterns[i]}" && known_hit="${known[i]} (${known_patterns[i]})"
+    matches "$artifact.log" "${known_patterns[i]}" && known_hit="${known[i]} (${known_patterns[i]})"
   done
-fi
-if [[ -n $known_hit ]]; then
-  echo "fuzz $name: the run ended in the known finding $known_hit; not a new one"
-elif ((status != 0)); then
-  echo "fuzz $name: FINDING (exit $status); the input is in $work/artifacts/; log $work/fuzz.log:"
-  if grep -q -E 'ERROR: |fuzz check failed|runtime error' "$work/fuzz.log"; then
-    grep -A40 -m1 -E 'ERROR: |fuzz check failed|runtime error' "$work/fuzz.log" | head -60
+  if [[ -n $known_hit ]]; then
+    echo "fuzz $name: $(basename "$artifact") is the known finding $known_hit"
+    rm -f "$artifact" "$artifact.log"
   else
-    tail -20 "$work/fuzz.log"
+    echo "fuzz $name: FINDING $artifact; its report, $artifact.log:"
+    if grep -q -E 'ERROR: |fuzz check failed|runtime error' "$artifact.log"; then
+      grep -A40 -m1 -E 'ERROR: |fuzz check failed|runtime error' "$artifact.log" | head -60
+    else
+      tail -20 "$artifact.log"
+    fi
+    failed=1
   fi
+done
+if ((status != 0 && !found)); then
+  echo "fuzz $name: the run failed (exit $status) without an input to show; log $work/fuzz.log:"
+  tail -20 "$work/fuzz.log"
   failed=1
 fi
 exit $failed

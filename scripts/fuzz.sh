@@ -6,8 +6,10 @@
 #
 # Targets: schedule_line registry_file date_text view_xml ignore_list
 # tool_args. Inputs a run finds new collect in build/asan/fuzz/runs/TARGET/
-# corpus and are kept for the next run; a crash lands in .../artifacts/ with
-# the log in .../fuzz.log. CI runs each for 20 s through ctest (label fuzz).
+# corpus and are kept for the next run. A run goes on past crashes (in
+# libFuzzer's fork mode) and keeps each in .../artifacts/ with its report;
+# those of fuzz/known_findings.txt are recognised and dropped. CI runs each
+# target for 20 s through ctest (label fuzz).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -28,7 +30,8 @@ cmake --build --preset asan --target qorvane_fuzzers
 failed=()
 for target in "${targets[@]}"; do
   echo "=== fuzz $target for $seconds s"
-  if ! bash fuzz/run_fuzzer.sh "build/asan/fuzz/fuzz_$target" "$target" "$seconds" "build/asan/fuzz/runs/$target"; then
+  if ! bash fuzz/run_fuzzer.sh "build/asan/fuzz/fuzz_$target" "$target" "$seconds" "build/asan/fuzz/runs/$target" \
+    -fork=1 -ignore_crashes=1 -ignore_ooms=1 -ignore_timeouts=1; then
     failed+=("$target")
   fi
 done

@@ -2,6 +2,8 @@
 // (process_state.h) before each test and fails the test that leaves one
 // changed, naming the piece and the guard to use. It then puts the state
 // back, so that one leak fails one test and not every test after it.
+#include "tests/support/process_state_check.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
