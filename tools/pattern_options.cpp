@@ -73,6 +73,10 @@ void RequireTypeOptions(const ParsedArgs& args, const CMailProps& props) {
   if (props.m_DayOfWeekMask == 0 && std::find(options.begin(), options.end(), "mask") != options.end()) {
     throw UsageError(type + " needs a --mask with at least one weekday");
   }
+  // Every 0 weeks or months is no pattern (the engine would list one day
+  // over and over); only a daily pattern gives 0 a meaning.
+  const bool counts = needs->type == kRecursWeekly || needs->type == kRecursMonthly || needs->type == kRecursMonthNth;
+  if (counts && props.m_Interval == 0) throw UsageError(type + " needs an --interval of 1 or more");
 }
 
 }  // namespace

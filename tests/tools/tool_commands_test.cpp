@@ -202,6 +202,9 @@ TEST_F(ToolTest, APatternMissingAFieldItsTypeReadsNamesTheOption) {
       {{"--type", "5", "--day-of-month", "29"}, "--type 5 (yearly on a day) needs --month"},
       {{"--type", "6", "--mask", "4"}, "--type 6 (yearly on the nth weekday) needs --instance and --month"},
       {{"--type", "6"}, "--type 6 (yearly on the nth weekday) needs --instance, --mask and --month"},
+      {{"--type", "2", "--day-of-month", "5", "--interval", "0"},
+       "--type 2 (monthly on a day) needs an --interval of 1 or more"},
+      {{"--type", "1", "--mask", "2", "--interval", "0"}, "--type 1 (weekly) needs an --interval of 1 or more"},
   };
   for (const char* command : {"occurrences", "describe", "encode"}) {
     for (const auto& c : cases) {
