@@ -44,6 +44,12 @@ std::string Parts(double date) {
          std::to_string(time.hour) + ":" + std::to_string(time.minute) + ":" + std::to_string(time.second);
 }
 
+// A value of day zero whose time rounds up to midnight: its text is a time
+// alone ("12:00:00 AM"), as the runtime writes it, and cannot carry the day.
+bool RoundsOffDayZero(double date) {
+  return qorvane::DatePart(date) == 0.0 && std::llround(qorvane::TimePart(date) * 86400.0) >= 86400;
+}
+
 // Which parts a date's text shows is decided before rounding, as the
 // runtime does: a time that rounds to midnight still shows "12:00:00 AM", and
 // reads back as the date alone. So the text need not be the same after one
@@ -52,8 +58,9 @@ void CheckRoundTrip(const qorvane::Locale& locale, double date, const std::strin
   const std::string text = locale.FormatGeneralDate(date);
   const std::optional<double> again = locale.ParseDate(text);
   Check(again.has_value(), locale.Name() + ": \"" + text + "\" (from " + source + ") does not parse");
-  Check(Parts(*again) == Parts(date), locale.Name() + ": \"" + text + "\" (from " + source + ") reads as " +
-                                          Parts(*again) + ", not " + Parts(date));
+  Check(Parts(*again) == Parts(date) || RoundsOffDayZero(date),
+        locale.Name() + ": \"" + text + "\" (from " + source + ") reads as " + Parts(*again) + ", not " +
+            Parts(date));
   const std::string settled = locale.FormatGeneralDate(*again);
   const std::optional<double> third = locale.ParseDate(settled);
   Check(third && locale.FormatGeneralDate(*third) == settled,
