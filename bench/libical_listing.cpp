@@ -3,9 +3,9 @@
 
 #include <libical/ical.h>
 
-#include <cstdio>
 #include <stdexcept>
 
+#include "base/iso_date_text.h"
 #include "base/ole_date.h"
 
 namespace qorvane::bench {
@@ -53,9 +53,7 @@ void IcalRule::List(int count, std::vector<double>& out) const {
 std::vector<std::string> IcalRule::ListText(int count) const {
   std::vector<std::string> lines;
   Walk(impl_->rule, impl_->start, count, [&](const icaltimetype& t) {
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d %02d:%02d", t.year, t.month, t.day, t.hour, t.minute);
-    lines.emplace_back(buffer);
+    lines.push_back(IsoMinuteText(CivilDate{t.year, t.month, t.day}, TimeOfDay{t.hour, t.minute, 0}));
   });
   return lines;
 }

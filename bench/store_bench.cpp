@@ -30,7 +30,7 @@ void SpecialDoOverInbox(benchmark::State& state, const char* version) {
     state.PauseTiming();
     sim::SimClient sim({.version = version});
     sim.Install();
-    Main::ResetFolderSessionForTesting();
+    Main::g_ViewChecked = false;  // a new session, which checks the view again
     Main::GetQorvaneFolder(true);
     auto inbox = sim.DefaultFolder(client::olFolderInbox);
     for (int i = 0; i < kInboxSize; ++i) {

@@ -4,6 +4,7 @@
 #include "client/addins.h"
 #include "client/application.h"
 #include "client/command_bars.h"
+#include "client/errors.h"
 #include "client/folders.h"
 #include "client/items.h"
 #include "client/ref.h"

@@ -9,7 +9,7 @@ if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
   set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
   add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
-  set(QORVANE_GTEST_LIBS gtest gtest_main)
+  set(QORVANE_GTEST_LIBS gtest)
 
   # One prefix inside the build tree, created once before the tests run so
   # that parallel tests do not race to create it.
@@ -20,14 +20,16 @@ if(CMAKE_CROSSCOMPILING)
   set_tests_properties(wine_prefix PROPERTIES FIXTURES_SETUP wine TIMEOUT 300)
 else()
   find_package(GTest REQUIRED)
-  set(QORVANE_GTEST_LIBS GTest::gtest GTest::gtest_main)
+  set(QORVANE_GTEST_LIBS GTest::gtest)
 endif()
 
 # qorvane_add_test(name SOURCES ... DEPS ...)
+# Every test executable runs with tests/support/test_main.cpp, which fails a
+# test that leaves process-wide state changed.
 function(qorvane_add_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE ${ARG_DEPS} ${QORVANE_GTEST_LIBS})
+  target_link_libraries(${name} PRIVATE ${ARG_DEPS} qorvane_test_main)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   qorvane_warnings(${name})
   add_test(NAME ${name} COMMAND ${name})

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <system_error>
+#include <utility>
 
 #include "base/runtime_error.h"
 #include "infra/variant_text.h"
@@ -161,11 +162,20 @@ void CDebug::WriteLogLine(std::string_view text) {
   AppendToFile(stamp + " " + indent_ + std::string(text));
 }
 
+CDebug::WriteFailureHandler CDebug::SetWriteFailureHandler(WriteFailureHandler handler) {
+  std::swap(handler, write_failure_handler_);
+  return handler;
+}
+
 void CDebug::AppendToFile(const std::string& line) {
   if ((debug_target_ & 2) == 0) return;
-  std::ofstream file(LogFilePath(), std::ios::binary | std::ios::app);
-  if (!file) qorvane::Raise(qorvane::err::kPathFileAccess);
-  file << line << "\r\n";
-  file.close();
-  if (file.fail()) qorvane::Raise(qorvane::err::kPathFileAccess);
+  const std::string path = LogFilePath();
+  std::ofstream file(path, std::ios::binary | std::ios::app);
+  if (file) {
+    file << line << "\r\n";
+    file.close();
+    if (!file.fail()) return;
+  }
+  if (!write_failure_handler_) qorvane::Raise(qorvane::err::kPathFileAccess);
+  write_failure_handler_(path);
 }

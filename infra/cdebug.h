@@ -8,11 +8,12 @@
 // 512000 bytes) and lives until the add-in is unloaded. Every entry opens the
 // file, appends one line and closes it, so an abrupt end loses nothing.
 // UI thread only. A failure to write the file is raised as a RuntimeError
-// into the procedure that was logging.
+// into the procedure that was logging, unless a write-failure handler is set.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -70,6 +71,14 @@ class CDebug {
   // Full path of the log file in the current add-in folder.
   std::string LogFilePath() const;
 
+  // Told the log's path when an entry cannot be written, instead of raising
+  // error 75 into the procedure that was logging. The add-in keeps the
+  // runtime's way (none set); a command-line tool must not fail because its
+  // log cannot be written. Returns the handler set before; an empty one
+  // restores raising.
+  using WriteFailureHandler = std::function<void(const std::string& logPath)>;
+  WriteFailureHandler SetWriteFailureHandler(WriteFailureHandler handler);
+
   // Test support: the state of a freshly created instance, as after an unload
   // and reload of the add-in (the start-up trimming runs again on next use).
   void ResetForTesting();
@@ -91,6 +100,7 @@ class CDebug {
   std::string indent_;
   std::int32_t m_TimerCount = 0;
   std::array<float, kMaxTimers> timer_stack_{};
+  WriteFailureHandler write_failure_handler_;
 };
 
 extern CDebug g_debug;

@@ -77,6 +77,10 @@ void CWinReg::DeleteAllKeys() {
     names.push_back(std::move(name));
   }
   for (const std::string& name : names) {
+    // The registry reads names as C strings: one with a NUL in it would open
+    // as this very key and recurse without end. Such a name cannot be
+    // opened or deleted by name, so it is left, like any undeletable key.
+    if (name.find('\0') != std::string::npos) continue;
     CWinReg child;
     if (child.InitForAllAccess(m_hKey, name, false)) {
       child.DeleteAllKeys();

@@ -22,6 +22,8 @@ std::string AddinFolder() {
   return detail::DefaultAddinFolder();
 }
 
+std::string AddinFolderOverride() { return g_override; }
+
 void SetAddinFolder(std::string folder) {
   // A root folder keeps its one separator: "/" must not become "".
   while (folder.size() > 1 && IsSeparator(folder.back())) folder.pop_back();

@@ -14,6 +14,8 @@ namespace qorvane {
 std::string AddinFolder();
 // An empty folder clears the override.
 void SetAddinFolder(std::string folder);
+// The folder SetAddinFolder gave, "" when none.
+std::string AddinFolderOverride();
 
 // The platform's path separator as text ("\\" on Windows, "/" elsewhere).
 const char* PathSeparator() noexcept;

@@ -75,8 +75,9 @@ Result FlushKey(Handle key);
 // Told when the POSIX registry file could not be read (cut off, bad syntax):
 // the file has been moved aside and the registry starts empty. infra points
 // this at the diagnostic log; null restores the default, one line on stderr.
-// Windows never calls it (advapi32 keeps its own hives).
+// Windows never calls it (advapi32 keeps its own hives). Returns the reporter
+// set before.
 using CorruptionReporter = void (*)(const std::string& path, const std::string& reason);
-void SetCorruptionReporter(CorruptionReporter reporter);
+CorruptionReporter SetCorruptionReporter(CorruptionReporter reporter);
 
 }  // namespace qorvane::registry

@@ -734,6 +734,6 @@ Result FlushKey(Handle key) {
   return Walk(&tree->hives[open.hive], open.path) ? kSuccess : kKeyDeleted;
 }
 
-void SetCorruptionReporter(CorruptionReporter reporter) { g_reporter.store(reporter); }
+CorruptionReporter SetCorruptionReporter(CorruptionReporter reporter) { return g_reporter.exchange(reporter); }
 
 }  // namespace qorvane::registry

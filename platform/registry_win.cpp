@@ -1,6 +1,8 @@
 // The registry on Windows: advapi32's ANSI functions, unchanged.
 #include <windows.h>
 
+#include <utility>
+
 #include "platform/registry.h"
 
 namespace qorvane::registry {
@@ -69,7 +71,11 @@ Result FlushKey(Handle key) { return RegFlushKey(AsHkey(key)); }
 
 namespace qorvane::registry {
 
-// advapi32 keeps its own hives; there is no file of ours to find unreadable.
-void SetCorruptionReporter(CorruptionReporter) {}
+// advapi32 keeps its own hives; there is no file of ours to find unreadable,
+// so the reporter is only kept, to be handed back.
+CorruptionReporter SetCorruptionReporter(CorruptionReporter reporter) {
+  static CorruptionReporter kept = nullptr;
+  return std::exchange(kept, reporter);
+}
 
 }  // namespace qorvane::registry

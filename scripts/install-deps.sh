@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages that building, testing and benchmarking
-# Qorvane need: the native and mingw-w64 toolchains, googletest, Google
-# Benchmark, libical (the benchmark's reference), pugixml, wine with a
+# Qorvane need: the native and mingw-w64 toolchains, clang with its
+# sanitizer and libFuzzer runtimes, googletest, Google Benchmark, libical
+# (the benchmark's reference), pugixml, and wine with a
 # virtual display to run the Windows build's tests (xvfb-run needs xauth,
 # which xvfb only recommends), and the help compiler chmcmd (fp-utils) with
 # extract_chmLib (libchm-bin) to check what it built. Does nothing when all are
@@ -9,7 +10,7 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake g++
+  build-essential cmake g++ clang libclang-rt-14-dev
   googletest libgtest-dev libbenchmark-dev libical-dev libpugixml-dev
   mingw-w64 g++-mingw-w64-x86-64-posix
   wine wine64 xvfb xauth

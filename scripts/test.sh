@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# Builds and runs every test on both presets: linux (native g++, which also
-# builds the benchmark without running it) and windows (mingw-w64, the tests
-# run under wine). Both run to the end even when the first fails, so each
-# prints its ctest summary; the script fails if either did.
+# Builds and runs every test on three presets: linux (native g++, which also
+# builds the benchmark without running it), asan (clang with the address and
+# undefined-behaviour sanitizers; its tests include a short run of each fuzz
+# target) and windows (mingw-w64, the tests run under wine). Each runs to the
+# end even when one before it failed, so each prints its ctest summary; the
+# script fails if any did.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -29,10 +31,11 @@ run_preset() {
 }
 
 run_preset linux ctest --preset linux
+run_preset asan ctest --preset asan
 run_preset windows "${windows_ctest[@]}"
 
 if ((${#failed[@]})); then
   echo "test.sh: failed presets: ${failed[*]}" >&2
   exit 1
 fi
-echo "test.sh: both presets passed"
+echo "test.sh: all three presets passed"

@@ -6,13 +6,14 @@
 
 #include "base/runtime_error.h"
 #include "base/runtime_text.h"
+#include "client/errors.h"
 #include "client/ref.h"
 #include "sim/date_text.h"
 
 namespace sim {
 namespace {
 
-constexpr std::int32_t kCannotParse = -2147352567;
+constexpr std::int32_t kCannotParse = client::kDispatchException;
 constexpr std::string_view kUserPropertyUrl =
     "http://schemas.microsoft.com/mapi/string/{00020329-0000-0000-c000-000000000046}/";
 constexpr std::string_view kSubjectUrl = "urn:schemas:httpmail:subject";

@@ -42,7 +42,18 @@ SimClient::~SimClient() {
 }
 
 void SimClient::Install() {
+  if (installed_) return;
   if (!application_) application_ = std::make_shared<SimApplication>(*world_);
+  try {
+    replaced_.application = client::CurrentApplication();
+  } catch (const qorvane::RuntimeError&) {
+    replaced_.application = nullptr;  // none connected
+  }
+  replaced_.safeMail = &client::CurrentSafeMailFactory();
+  replaced_.clock = &qorvane::CurrentClock();
+  replaced_.messageBox = &qorvane::CurrentMessageBox();
+  replaced_.timers = &qorvane::CurrentTimerService();
+  replaced_.timeZone = &qorvane::CurrentTimeZone();
   // The client's own object, not a counted handle: the installation is the
   // harness's wiring, not something an add-in holds.
   client::SetCurrentApplication(application_);
@@ -55,12 +66,14 @@ void SimClient::Install() {
 }
 
 void SimClient::Uninstall() {
-  client::SetCurrentApplication(nullptr);
-  client::SetSafeMailFactory(nullptr);
-  qorvane::SetClock(nullptr);
-  qorvane::SetMessageBox(nullptr);
-  qorvane::SetTimerService(nullptr);
-  qorvane::SetTimeZone(nullptr);
+  if (!installed_) return;
+  client::SetCurrentApplication(std::move(replaced_.application));
+  client::SetSafeMailFactory(replaced_.safeMail);
+  qorvane::SetClock(replaced_.clock == &qorvane::SystemClock() ? nullptr : replaced_.clock);
+  qorvane::SetMessageBox(replaced_.messageBox == &qorvane::PlatformMessageBox() ? nullptr : replaced_.messageBox);
+  qorvane::SetTimerService(replaced_.timers == &qorvane::PlatformTimerService() ? nullptr : replaced_.timers);
+  qorvane::SetTimeZone(replaced_.timeZone == &qorvane::SystemTimeZone() ? nullptr : replaced_.timeZone);
+  replaced_ = {};
   installed_ = false;
 }
 

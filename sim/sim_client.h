@@ -8,8 +8,9 @@
 // Lifecycle: a test (or `qorvane demo`) creates one SimClient and calls
 // Install(), which makes it the add-in's current application, safe-mail
 // factory, clock and message box; Uninstall() (or destroying an installed
-// client) leaves none connected and puts the system clock and the platform's
-// message box back. Objects handed out stay valid while the SimClient lives.
+// client) puts back the four it found (usually: none connected, the system
+// clock and the platform's message box). Objects handed out stay valid while
+// the SimClient lives.
 // Single-threaded, like the real client.
 //
 // Operation names used for counting and faults are "<Interface>.<Member>",
@@ -33,6 +34,9 @@
 
 #include "client/client.h"
 #include "platform/clock.h"
+#include "platform/message_box.h"
+#include "platform/time_zone.h"
+#include "platform/timer.h"
 
 namespace sim {
 
@@ -71,7 +75,7 @@ class SimClient {
   SimClient& operator=(const SimClient&) = delete;
 
   // Make this the add-in's client (application, safe-mail factory, clock,
-  // message box) and back.
+  // message box), and put back what was there.
   void Install();
   void Uninstall();
 
@@ -149,7 +153,7 @@ class SimClient {
   void ResetCounts();
   // The nth call (1-based, counted from now) of the operation raises the
   // runtime error; 0 or a negative n clears the fault.
-  void FailCall(const std::string& operation, std::int64_t n, std::int32_t error = -2147467259,
+  void FailCall(const std::string& operation, std::int64_t n, std::int32_t error = client::kUnspecified,
                 const std::string& description = "Unspecified error");
   void ClearFaults();
   // Operations whose calls were counted since the client was created (for a
@@ -186,9 +190,20 @@ class SimClient {
   World& GetWorld();
 
  private:
+  // What Install found, for Uninstall to put back.
+  struct Replaced {
+    Ref<client::Application> application;
+    client::SafeMailFactory* safeMail = nullptr;
+    const qorvane::Clock* clock = nullptr;
+    qorvane::MessageBoxService* messageBox = nullptr;
+    qorvane::TimerService* timers = nullptr;
+    const qorvane::TimeZone* timeZone = nullptr;
+  };
+
   std::unique_ptr<World> world_;
   Ref<client::Application> application_;
   bool installed_ = false;
+  Replaced replaced_;
 };
 
 }  // namespace sim

@@ -36,16 +36,16 @@ class SimCOMAddIn;
 
 // Errors the simulated client raises the way the real one does.
 namespace fault {
-inline constexpr std::int32_t kMovedOrDeleted = -2147221233;  // MAPI_E_NOT_FOUND
-inline constexpr std::int32_t kDispatchException = -2147352567;  // DISP_E_EXCEPTION
-inline constexpr std::int32_t kUnspecified = -2147467259;  // E_FAIL
-inline constexpr std::int32_t kInvalidArgument = -2147024809;  // E_INVALIDARG
-inline constexpr std::int32_t kFileNotFound = -2147024894;  // HRESULT of ERROR_FILE_NOT_FOUND
+using client::kDispatchException;
+using client::kFileNotFound;
+using client::kInvalidArgument;
+using client::kMovedOrDeleted;
+using client::kUnspecified;
 [[noreturn]] void MovedOrDeleted();
 [[noreturn]] void OutOfBounds();
 }  // namespace fault
 
-inline constexpr long olFolderSentMail = 5;
+using client::olFolderSentMail;
 
 class World {
  public:

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "base/need.h"
 #include "base/runtime_error.h"
 #include "base/runtime_text.h"
 #include "client/application.h"
@@ -16,24 +17,16 @@
 #include "store/xml.h"
 
 namespace Main {
+
+bool g_ViewChecked = false;
+bool g_BlockerReported = false;
+
 namespace {
 
 constexpr const char* kDisplayTo = "urn:schemas:httpmail:displayto";
 constexpr const char* kFromName = "urn:schemas:httpmail:fromname";
 
-// Whether this session has already looked at the view of an existing folder.
-bool g_ViewChecked = false;
-// Whether this session has told the user about a folder in the way of ours.
-bool g_BlockerReported = false;
-
-// The object itself, checked: a Nothing from the client is the runtime's
-// "object not set", not a crash. Held by value, so that an object the
-// client hands out only for this call stays alive while it is used.
-template <class T>
-std::shared_ptr<T> Need(std::shared_ptr<T> object) {
-  if (!object) qorvane::Raise(qorvane::err::kObjectNotSet);
-  return object;
-}
+using qorvane::Need;
 
 // Views with user columns by XML appeared with version 10 ("10.0" and on, all
 // starting with "1"); version 9 has none of this, so it gets no view at all.

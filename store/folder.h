@@ -41,6 +41,12 @@ bool AddShortcutFolder(const client::Ref<client::MAPIFolder>& folder);
 // folder, without a leading separator.
 std::string GetFolderPath(const client::Ref<client::MAPIFolder>& folder);
 
+// What this session has done once: looked at the view of an existing folder
+// (false makes the next GetQorvaneFolder check it), and told the user about a
+// folder in the way of ours.
+extern bool g_ViewChecked;
+extern bool g_BlockerReported;
+
 // Test support: a new session, whose first GetQorvaneFolder checks the view
 // and which has told the user nothing yet.
 void ResetFolderSessionForTesting();

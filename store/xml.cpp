@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "base/runtime_error.h"
+#include "base/need.h"
 #include "infra/error_trap.h"
 
 namespace Xml {
@@ -13,14 +13,7 @@ namespace {
 using qorvane::xml::Document;
 using qorvane::xml::ElementRef;
 
-// A Nothing where the client or the DOM should have given an object is the
-// runtime's "object not set", not a crash. Returned by value, so the object
-// lives as long as the caller holds it.
-template <class T>
-std::shared_ptr<T> Need(std::shared_ptr<T> object) {
-  if (!object) qorvane::Raise(qorvane::err::kObjectNotSet);
-  return object;
-}
+using qorvane::Need;
 
 void AppendTextChild(Document& doc, const ElementRef& parent, const std::string& name, const std::string& text) {
   const ElementRef child = doc.CreateElement(name);

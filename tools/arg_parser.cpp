@@ -33,6 +33,27 @@ int FixedDigits(std::string_view option, std::string_view whole, std::string_vie
   return value;
 }
 
+// `shown` is how the message names what was given: "--count", "NUMBER".
+std::int32_t ParseBoundedInteger(const std::string& shown, std::string_view text, std::int32_t low,
+                                 std::int32_t high) {
+  std::string_view digits = text;
+  if (!digits.empty() && digits.front() == '-') digits.remove_prefix(1);
+  std::int64_t value = 0;
+  bool ok = AllDigits(digits) && digits.size() <= 11;
+  if (ok) {
+    auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+    ok = ec == std::errc() && end == text.data() + text.size();
+  }
+  if (!ok) {
+    throw UsageError(shown + ": '" + std::string(text) + "' is not a whole number");
+  }
+  if (value < low || value > high) {
+    throw UsageError(shown + ": " + std::string(text) + " is outside " + std::to_string(low) + ".." +
+                     std::to_string(high));
+  }
+  return static_cast<std::int32_t>(value);
+}
+
 }  // namespace
 
 ParsedArgs ParsedArgs::Parse(std::span<const std::string> args, std::span<const OptionDef> options,
@@ -105,22 +126,12 @@ std::vector<std::string> ParsedArgs::Values(std::string_view name) const {
 
 std::int32_t ParseInteger(std::string_view option, std::string_view text, std::int32_t low,
                           std::int32_t high) {
-  std::string_view digits = text;
-  if (!digits.empty() && digits.front() == '-') digits.remove_prefix(1);
-  std::int64_t value = 0;
-  bool ok = AllDigits(digits) && digits.size() <= 11;
-  if (ok) {
-    auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
-    ok = ec == std::errc() && end == text.data() + text.size();
-  }
-  if (!ok) {
-    throw UsageError(Dashed(option) + ": '" + std::string(text) + "' is not a whole number");
-  }
-  if (value < low || value > high) {
-    throw UsageError(Dashed(option) + ": " + std::string(text) + " is outside " + std::to_string(low) +
-                     ".." + std::to_string(high));
-  }
-  return static_cast<std::int32_t>(value);
+  return ParseBoundedInteger(Dashed(option), text, low, high);
+}
+
+std::int32_t ParseIntegerArgument(std::string_view name, std::string_view text, std::int32_t low,
+                                  std::int32_t high) {
+  return ParseBoundedInteger(std::string(name), text, low, high);
 }
 
 DateParts ParseIsoDate(std::string_view option, std::string_view text) {

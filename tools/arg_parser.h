@@ -53,9 +53,13 @@ class ParsedArgs {
   std::vector<std::string> positional_;
 };
 
-// A whole number in [low, high], written as optional '-' and decimal digits.
+// A whole number in [low, high], written as optional '-' and decimal digits,
+// given to the option (named without its "--").
 std::int32_t ParseInteger(std::string_view option, std::string_view text, std::int32_t low,
                           std::int32_t high);
+// The same for a positional argument, named as the usage names it ("NUMBER").
+std::int32_t ParseIntegerArgument(std::string_view name, std::string_view text, std::int32_t low,
+                                  std::int32_t high);
 
 // The civil parts the tool accepts on its command line.
 struct DateParts {

@@ -8,11 +8,12 @@
 // the failure under the add-in's own label so the log reads the same.
 #include <exception>
 
+#include "base/iso_date_text.h"
 #include "base/runtime_error.h"
 #include "infra/cdebug.h"
 #include "schedule/mail_props.h"
+#include "tools/arg_parser.h"
 #include "tools/commands.h"
-#include "tools/date_text.h"
 
 namespace qorvane::tool {
 
@@ -57,7 +58,7 @@ std::string Read(CMailProps& props, const std::string& text) {
 }
 
 void PrintFields(const CMailProps& p, std::ostream& out) {
-  out << "ScheduleTime=" << FormatSecond(p.m_ScheduleTime) << '\n';
+  out << "ScheduleTime=" << IsoSecondText(p.m_ScheduleTime) << '\n';
   for (const std::string& ref : p.m_collAttachments) out << "attachment=" << ref << '\n';
   out << "IsRecurring=" << (p.m_IsRecurring ? 1 : 0) << '\n'
       << "RecurrenceType=" << p.m_RecurrenceType << '\n'
@@ -68,9 +69,9 @@ void PrintFields(const CMailProps& p, std::ostream& out) {
       << "Interval=" << p.m_Interval << '\n'
       << "Occurrences=" << p.m_Occurrences << '\n'
       << "NoEndDate=" << (p.m_NoEndDate ? 1 : 0) << '\n'
-      << "StartTime=" << FormatSecond(p.m_StartTime) << '\n'
-      << "PatternStartDate=" << FormatSecond(p.m_PatternStartDate) << '\n'
-      << "PatternEndDate=" << FormatSecond(p.m_PatternEndDate) << '\n';
+      << "StartTime=" << IsoSecondText(p.m_StartTime) << '\n'
+      << "PatternStartDate=" << IsoSecondText(p.m_PatternStartDate) << '\n'
+      << "PatternEndDate=" << IsoSecondText(p.m_PatternEndDate) << '\n';
 }
 
 }  // namespace

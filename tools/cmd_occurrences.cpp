@@ -3,6 +3,7 @@
 // output can be compared line by line with another calendar's.
 #include <cstdint>
 
+#include "base/iso_date_text.h"
 #include "base/variant.h"
 #include "tools/commands.h"
 #include "tools/date_text.h"
@@ -52,7 +53,7 @@ int RunOccurrences(Args args, std::ostream& out, std::ostream& err) {
     err << "qorvane occurrences: the pattern yields no listing; see the log\n";
     return 1;
   }
-  for (double date : *dates) out << FormatMinute(date) << '\n';
+  for (double date : *dates) out << IsoMinuteText(date) << '\n';
   return 0;
 }
 

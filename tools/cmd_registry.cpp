@@ -91,7 +91,7 @@ int RunRegistry(Args args, std::ostream& out, std::ostream& err) {
         throw UsageError("TEXT is " + std::to_string(pos[2].size()) + " characters; at most " +
                          std::to_string(kMaxText) + " can be read back");
     } else {
-      number = ParseInteger("NUMBER", pos[2], INT32_MIN, INT32_MAX);
+      number = ParseIntegerArgument("NUMBER", pos[2], INT32_MIN, INT32_MAX);
     }
     if (!key.InitForWrite(CWinReg::HKEY_CURRENT_USER, subKey, true)) {
       err << "qorvane registry: cannot open or create " << pos[0] << '\n';

@@ -19,7 +19,9 @@ int RunDecode(Args args, std::ostream& out, std::ostream& err);
 int RunRegistry(Args args, std::ostream& out, std::ostream& err);
 int RunIgnoreList(Args args, std::ostream& out, std::ostream& err);
 
-// The whole tool: global options, dispatch, error reporting.
+// The whole tool: global options, dispatch, error reporting. A run leaves
+// the process's locale, first day of the week, client version and log
+// handling as it found them, so it may run in-process again and again.
 int RunTool(Args args, std::ostream& out, std::ostream& err);
 
 // True when --help appears among the arguments (before any parsing, so that

@@ -1,7 +1,9 @@
 // Pattern and end options; see pattern_options.h.
 #include "tools/pattern_options.h"
 
+#include <algorithm>
 #include <limits>
+#include <string>
 
 #include "infra/settings.h"
 #include "schedule/first_dow.h"
@@ -22,6 +24,59 @@ std::int32_t OptionalInteger(const ParsedArgs& args, std::string_view name, std:
                              std::int32_t low, std::int32_t high) {
   auto text = args.Value(name);
   return text ? ParseInteger(name, *text, low, high) : fallback;
+}
+
+// The options each pattern type reads. Without one the engine would not
+// refuse the pattern but list something else (day 0 is the last day of the
+// month before, no weekday lists nothing), so it is a usage error.
+struct TypeNeeds {
+  std::int32_t type;
+  const char* name;
+  std::vector<std::string_view> options;
+};
+
+const TypeNeeds kTypeNeeds[] = {
+    {kRecursWeekly, "weekly", {"mask"}},
+    {kRecursMonthly, "monthly on a day", {"day-of-month"}},
+    {kRecursMonthNth, "monthly on the nth weekday", {"instance", "mask"}},
+    {kRecursYearly, "yearly on a day", {"day-of-month", "month"}},
+    {kRecursYearNth, "yearly on the nth weekday", {"instance", "mask", "month"}},
+};
+
+// "--a", "--a and --b", "--a, --b and --c".
+std::string OptionList(const std::vector<std::string_view>& names) {
+  std::string text;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (i > 0) text += i + 1 == names.size() ? " and " : ", ";
+    text += "--" + std::string(names[i]);
+  }
+  return text;
+}
+
+void RequireTypeOptions(const ParsedArgs& args, const CMailProps& props) {
+  const TypeNeeds* needs = nullptr;
+  for (const TypeNeeds& t : kTypeNeeds) {
+    if (t.type == props.m_RecurrenceType) needs = &t;
+  }
+  // A daily pattern with interval 0 sends on the weekdays of the mask.
+  static const TypeNeeds kWeekdays{kRecursDaily, "daily on weekdays", {"mask"}};
+  if (props.m_RecurrenceType == kRecursDaily && props.m_Interval == 0) needs = &kWeekdays;
+  if (needs == nullptr) return;
+
+  std::vector<std::string_view> missing;
+  for (std::string_view option : needs->options) {
+    if (!args.Has(option)) missing.push_back(option);
+  }
+  const std::string type = "--type " + std::to_string(needs->type) + " (" + needs->name + ")";
+  if (!missing.empty()) throw UsageError(type + " needs " + OptionList(missing));
+  const auto& options = needs->options;
+  if (props.m_DayOfWeekMask == 0 && std::find(options.begin(), options.end(), "mask") != options.end()) {
+    throw UsageError(type + " needs a --mask with at least one weekday");
+  }
+  // Every 0 weeks or months is no pattern (the engine would list one day
+  // over and over); only a daily pattern gives 0 a meaning.
+  const bool counts = needs->type == kRecursWeekly || needs->type == kRecursMonthly || needs->type == kRecursMonthNth;
+  if (counts && props.m_Interval == 0) throw UsageError(type + " needs an --interval of 1 or more");
 }
 
 }  // namespace
@@ -65,6 +120,7 @@ CMailProps PatternFromArgs(const ParsedArgs& args) {
   props.m_Instance = OptionalInteger(args, "instance", 0, 1, kInstanceLast);
   props.m_PatternStartDate = ToOleDate(ParseIsoDate("start", args.Required("start")));
   props.m_StartTime = ToOleTime(ParseClockTime("time", args.Required("time")));
+  RequireTypeOptions(args, props);
   if (args.Has("first-dow")) {
     SetFirstDOW(OptionalInteger(args, "first-dow", 0, 0, 7));
   } else {
@@ -80,15 +136,16 @@ std::vector<OptionDef> EndOptionDefs() {
 }
 
 const char* const kEndOptionsHelp =
-    "End options (at most one; none leaves the end unset):\n"
+    "End options (none leaves the end unset; --occurrences and --end-date may\n"
+    "go together, as the recurrence dialog stores both):\n"
     "  --occurrences N     end after N sends (1..999)\n"
-    "  --no-end            recur without end\n"
-    "  --end-date YYYY-MM-DD  end on that day\n";
+    "  --end-date YYYY-MM-DD  end on that day (kept for the dialog; the sends\n"
+    "                      are counted by --occurrences)\n"
+    "  --no-end            recur without end (excludes the other two)\n";
 
 void ApplyEndOptions(const ParsedArgs& args, CMailProps& props) {
-  int given = args.Has("occurrences") + args.Has("no-end") + args.Has("end-date");
-  if (given > 1) {
-    throw UsageError("--occurrences, --no-end and --end-date exclude one another");
+  if (args.Has("no-end") && (args.Has("occurrences") || args.Has("end-date"))) {
+    throw UsageError("--no-end excludes --occurrences and --end-date");
   }
   props.m_Occurrences = OptionalInteger(args, "occurrences", 0, 1, 999);
   props.m_NoEndDate = args.Has("no-end");

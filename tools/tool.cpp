@@ -4,11 +4,15 @@
 // add-in could not read (1).
 #include <algorithm>
 #include <exception>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/runtime_error.h"
+#include "infra/cdebug.h"
 #include "platform/locale.h"
+#include "schedule/first_dow.h"
+#include "store/main_options.h"
 #include "tools/arg_parser.h"
 #include "tools/commands.h"
 
@@ -79,6 +83,39 @@ std::optional<std::string> ExtractLocale(std::vector<std::string>& args) {
   return name;
 }
 
+// What one run changes in the process, put back when it ends, so that the
+// tool can run in-process (tests, the fuzzer) as often as wanted: the locale
+// (--locale), the engine's first day of the week and the client version (the
+// pattern options), and what a failed write of the log does. A log that
+// cannot be written is said once on stderr and the run goes on: the tool's
+// answer matters more than its log.
+class RunScope {
+ public:
+  explicit RunScope(std::ostream& err)
+      : locale_(CurrentLocale().Name()), first_dow_(FirstDOW()), client_version_(g_OutlookVersion) {
+    previous_handler_ = g_debug.SetWriteFailureHandler([this, &err](const std::string& path) {
+      if (log_failure_said_) return;
+      log_failure_said_ = true;
+      err << "qorvane: cannot write the log " << path << "; going on without it\n";
+    });
+  }
+  ~RunScope() {
+    g_debug.SetWriteFailureHandler(std::move(previous_handler_));
+    g_OutlookVersion = client_version_;
+    SetFirstDOW(first_dow_);
+    if (!SelectLocale(locale_)) SelectUserLocale();
+  }
+  RunScope(const RunScope&) = delete;
+  RunScope& operator=(const RunScope&) = delete;
+
+ private:
+  std::string locale_;
+  int first_dow_;
+  std::string client_version_;
+  CDebug::WriteFailureHandler previous_handler_;
+  bool log_failure_said_ = false;
+};
+
 }  // namespace
 
 bool WantsHelp(Args args) {
@@ -86,6 +123,7 @@ bool WantsHelp(Args args) {
 }
 
 int RunTool(Args all, std::ostream& out, std::ostream& err) {
+  const RunScope scope(err);
   std::string_view command_name;
   try {
     std::vector<std::string> args(all.begin(), all.end());

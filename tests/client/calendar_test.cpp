@@ -1,8 +1,7 @@
 // Conformance: the calendar's own expansion of recurring appointments, set
 // up the way the add-in's self-check does it (an appointment restricted by
 // subject, sorted on [Start] with IncludeRecurrences).
-#include <cstdio>
-
+#include "base/iso_date_text.h"
 #include "base/ole_date.h"
 #include "tests/client/sim_fixture.h"
 
@@ -13,15 +12,7 @@ double At(int year, int month, int day, int hour = 0, int minute = 0) {
   return qorvane::DateSerialRollOver(year, month, day) + qorvane::TimeSerial(hour, minute, 0);
 }
 
-std::string Text(double date) {
-  qorvane::CivilDate civil;
-  qorvane::TimeOfDay time;
-  qorvane::SplitRounded(date, civil, time);
-  char text[32];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d", civil.year, civil.month, civil.day, time.hour,
-                time.minute);
-  return text;
-}
+using qorvane::IsoMinuteText;
 
 struct RecurrenceCase {
   const char* name;  // also the appointment's subject
@@ -82,7 +73,7 @@ class CalendarTest : public ClientTest<F> {
     items->IncludeRecurrences(true);
     std::vector<std::string> starts;
     for (long i = 1, count = items->Count(); i <= count; ++i)
-      starts.push_back(Text(items->Item(i)->AsAppointmentItem()->Start()));
+      starts.push_back(IsoMinuteText(items->Item(i)->AsAppointmentItem()->Start()));
     return starts;
   }
 };
@@ -99,7 +90,7 @@ TYPED_TEST(CalendarTest, RecurringAppointmentExpandsIntoItsOccurrences) {
     EXPECT_EQ(pattern->RecurrenceType(), c.type);
     EXPECT_EQ(pattern->PatternStartDate(), qorvane::DatePart(c.start));
     EXPECT_EQ(pattern->Occurrences(), static_cast<long>(c.expected.size())) << "also when given an end date";
-    EXPECT_EQ(Text(pattern->PatternEndDate()).substr(0, 10), c.expected.back().substr(0, 10)) << "also when counted";
+    EXPECT_EQ(IsoMinuteText(pattern->PatternEndDate()).substr(0, 10), c.expected.back().substr(0, 10)) << "also when counted";
     EXPECT_EQ(this->Starts(items), c.expected);
   }
 }

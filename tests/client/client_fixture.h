@@ -67,10 +67,10 @@ std::int32_t ErrorOf(Call&& call) {
   return 0;
 }
 
-inline constexpr std::int32_t kMovedOrDeleted = -2147221233;
-inline constexpr std::int32_t kDispatchException = -2147352567;
-inline constexpr std::int32_t kFileNotFound = -2147024894;
-inline constexpr long olFolderSentMail = 5;
+using client::kDispatchException;
+using client::kFileNotFound;
+using client::kMovedOrDeleted;
+using client::olFolderSentMail;
 
 template <ClientFixture F>
 class ClientTest : public ::testing::Test {

@@ -176,7 +176,7 @@ TYPED_TEST(ItemsTest, PropertyValuesStartEmptyAndConvertToThePropertyType) {
     const Variant before = property->Value();
     EXPECT_TRUE(type == client::olDateTime ? before.GetKind() == Kind::Date : SameValue(before, kEmpty.at(type)))
         << "a new property holds its type's empty value";
-    EXPECT_EQ(ErrorOf([&] { property->Value(given); }), expected ? 0 : qorvane::err::kTypeMismatch);
+    EXPECT_EQ(ErrorOf([&, &value = given] { property->Value(value); }), expected ? 0 : qorvane::err::kTypeMismatch);
     EXPECT_TRUE(SameValue(property->Value(), expected.value_or(before))) << "a failed conversion changes nothing";
   }
 }

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <string>
+#include <vector>
 
 #include "base/ole_date.h"
 #include "base/runtime_error.h"
@@ -159,6 +161,27 @@ TEST(CDebugFailure, AnUnwritableLogRaisesIntoTheCaller) {
   } catch (const RuntimeError& e) {
     EXPECT_EQ(e.Number(), err::kPathFileAccess);
   }
+}
+
+TEST(CDebugFailure, AWriteFailureHandlerIsToldInsteadAndCanBeTakenBack) {
+  ScopedLocale locale("en-US");
+  ScopedLogFolder log;
+  const std::string folder = (log.Folder() / "missing").string();
+  SetAddinFolder(folder);
+  std::vector<std::string> told;
+  EXPECT_FALSE(g_debug.SetWriteFailureHandler([&](const std::string& path) { told.push_back(path); }));
+  EXPECT_NO_THROW(g_debug.OutWarning("W", "m"));
+  EXPECT_NO_THROW(g_debug.OutCustomError("E", "m"));
+  EXPECT_EQ(told, std::vector<std::string>(2, folder + PathSeparator() + CDebug::kLogFileName));
+
+  EXPECT_TRUE(g_debug.SetWriteFailureHandler(nullptr)) << "the handler set before comes back";
+  EXPECT_THROW(g_debug.OutWarning("W", "m"), RuntimeError);
+  SetAddinFolder(log.Folder().string());
+  g_debug.SetWriteFailureHandler([&](const std::string& path) { told.push_back(path); });
+  g_debug.OutWarning("W", "written");
+  g_debug.SetWriteFailureHandler(nullptr);
+  EXPECT_EQ(told.size(), 2u) << "a log that can be written is written";
+  EXPECT_TRUE(log.LogContains("Warning : W\twritten"));
 }
 
 }  // namespace

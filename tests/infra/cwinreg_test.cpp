@@ -175,5 +175,27 @@ TEST(CWinRegFile, ADamagedFileIsReportedInTheLog) {
   EXPECT_TRUE(log.LogContains(" set aside: ")) << log.LogText();
 }
 
+// The file can hold a key whose name has a NUL in it, which the registry
+// reads as the name cut there: opening it opens its parent. Deleting the
+// tree above such a key must still end, deleting what it can.
+TEST(CWinRegFile, DeletingATreeWithAKeyNamedAcrossANulEnds) {
+  qorvane::testing::ScopedRegistryKeys sandbox{{kRoot}};
+  const std::string odd("\0odd", 4);
+  const auto write = [](const std::string& text) {
+    std::ofstream file(std::getenv("QORVANE_REGISTRY_FILE"), std::ios::binary | std::ios::trunc);
+    file << "Windows Registry Editor Version 5.00\r\n\r\n" << text;
+  };
+  write(std::string("[HKEY_CURRENT_USER\\") + kRoot + "\\Top\\" + odd + "]\r\n\r\n" +
+        "[HKEY_CURRENT_USER\\" + kRoot + "\\Top\\Plain\\Deeper]\r\n");
+  CWinReg root;
+  ASSERT_TRUE(root.InitForAllAccess(CWinReg::HKEY_CURRENT_USER, kRoot, false));
+  EXPECT_FALSE(root.DeleteKeyRec("Top")) << "Top keeps the key it cannot delete";
+  CWinReg top;
+  ASSERT_TRUE(top.InitForRead(CWinReg::HKEY_CURRENT_USER, std::string(kRoot) + "\\Top"));
+  EXPECT_EQ(top.Keys(0), odd);
+  EXPECT_EQ(top.Keys(1), "") << "Plain and what is below it are gone";
+  write("");  // the odd key would stay in every later test's way
+}
+
 }  // namespace
 #endif

@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <string>
 
+#include "tests/support/process_state.h"
+
 namespace qorvane {
 namespace {
 
@@ -21,10 +23,10 @@ TEST(AddinFolder, OverrideWinsWithoutTrailingSeparatorsAndEmptyRestoresTheDefaul
       {"", standard},
   };
   for (const auto& c : cases) {
-    SetAddinFolder(c.given);
+    const testing::ScopedAddinFolder folder(c.given);
     EXPECT_EQ(AddinFolder(), c.folder) << c.given;
+    EXPECT_EQ(AddinFolderOverride(), c.folder == standard ? "" : c.folder) << c.given;
   }
-  SetAddinFolder("");
 }
 
 }  // namespace

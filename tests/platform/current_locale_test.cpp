@@ -11,6 +11,7 @@
 #include "base/variant.h"
 #include "platform/locale.h"
 #include "platform/pattern_locale.h"
+#include "tests/support/process_state.h"
 
 namespace qorvane {
 namespace {
@@ -19,6 +20,7 @@ long long Seconds(double date) { return std::llround(date * 86400.0); }
 
 // Selecting every built-in locale is SystemAgreesWithTable's first step.
 TEST(CurrentLocale, RefusesUnknownNamesTakesCAsUnitedStatesAndRestoresTheUsers) {
+  const testing::ScopedLocale found(CurrentLocale().Name().c_str());
   SelectUserLocale();
   const std::string user = CurrentLocale().Name();
   EXPECT_FALSE(user.empty());
@@ -36,9 +38,6 @@ TEST(CurrentLocale, RefusesUnknownNamesTakesCAsUnitedStatesAndRestoresTheUsers) 
 
 // CLng and IsNumeric read with whichever locale is current when they run.
 TEST(CurrentLocale, NumberConversionsFollowIt) {
-  struct UserLocaleAgain {
-    ~UserLocaleAgain() { SelectUserLocale(); }
-  } restore;
   const struct {
     const char* locale;
     const char* text;
@@ -48,19 +47,19 @@ TEST(CurrentLocale, NumberConversionsFollowIt) {
       {"fr-FR", "1 000", 1000}, {"fr-FR", "3,5", 4},
   };
   for (const auto& c : cases) {
-    ASSERT_TRUE(SelectLocale(c.locale));
+    const testing::ScopedLocale locale(c.locale);
+    ASSERT_TRUE(locale.ok());
     EXPECT_EQ(CLng(c.text), c.value) << c.locale << " " << c.text;
   }
-  SelectLocale("de-DE");
+  const testing::ScopedLocale german("de-DE");
   EXPECT_EQ(Variant("1,5").NumericValue(), 1.5);
 }
 
-class SystemAgreesWithTable : public ::testing::TestWithParam<std::string> {
-  void TearDown() override { SelectUserLocale(); }
-};
+class SystemAgreesWithTable : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(SystemAgreesWithTable, SameTextBothWays) {
-  ASSERT_TRUE(SelectLocale(GetParam()));
+  const testing::ScopedLocale locale(GetParam().c_str());
+  ASSERT_TRUE(locale.ok());
   const Locale& system = CurrentLocale();
   const PatternLocale table(*BuiltinLocalePatterns(GetParam()));
   EXPECT_EQ(system.ShortDateFormat(), table.ShortDateFormat());

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "platform/clock.h"
+#include "tests/support/process_state.h"
 
 namespace qorvane {
 namespace {
@@ -61,8 +62,7 @@ TEST(PatternLocale, WritesWhatWindowsWrites) {
 }
 
 TEST(PatternLocale, ReadsLikeTheRuntime) {
-  FixedClock clock(45720.5);  // 2025-03-04 12:00, for dates without a year
-  SetClock(&clock);
+  testing::ScopedClock clock(45720.5);  // 2025-03-04 12:00, for dates without a year
   const std::nullopt_t none = std::nullopt;
   const struct { const char* locale; const char* text; std::optional<double> expected; } cases[] = {
       {"en-US", "3/3/2025 9:30:00 AM", 45719.395833333336}, {"en-US", "9:30", 0.3958333333333333},
@@ -99,7 +99,6 @@ TEST(PatternLocale, ReadsLikeTheRuntime) {
   for (const auto& c : cases) ExpectParse(Builtin(c.locale), c.text, c.expected);
   clock.Set(46023.0);  // 2026-01-01
   ExpectParse(Builtin("en-US"), "3/4", 46085.0);
-  SetClock(nullptr);
 }
 
 

@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "platform/registry.h"
+#include "tests/support/process_state.h"
 
 namespace qorvane::registry {
 namespace {
@@ -37,17 +38,6 @@ fs::path MakeTemporaryFolder() {
   fs::create_directories(folder);
   return folder;
 }
-
-// Sets or (value null) removes an environment variable for one scope.
-struct ScopedVariable {
-  ScopedVariable(const char* name, const char* value) : name(name), old(getenv(name) ? getenv(name) : "") {
-    value ? setenv(name, value, 1) : unsetenv(name);
-  }
-  ~ScopedVariable() { had ? setenv(name, old.c_str(), 1) : unsetenv(name); }
-  const char* name;
-  const bool had = getenv(name) != nullptr;
-  const std::string old;
-};
 
 class TemporaryRegistry : public ::testing::Environment {
   void SetUp() override { setenv(kOverride, (folder_ / "registry.reg").c_str(), 1); }
@@ -105,16 +95,15 @@ bool Succeeded(pid_t pid) {
 // Each test gets its own empty folder and file, and captures reports.
 class RegistryFile : public ::testing::Test {
  protected:
-  RegistryFile() { SetCorruptionReporter(&Capture); }
   ~RegistryFile() override {
-    SetCorruptionReporter(nullptr);
     g_reports.clear();
     std::error_code ignored;
     fs::remove_all(folder_, ignored);
   }
   const fs::path folder_ = MakeTemporaryFolder();
   const fs::path file_ = folder_ / "registry.reg";
-  const ScopedVariable override_{kOverride, file_.c_str()};
+  const testing::ScopedEnvironmentVariable override_{kOverride, file_.string()};
+  const testing::ScopedCorruptionReporter reporter_{&Capture};
 };
 
 TEST_F(RegistryFile, HoldsAllHivesAsRegText) {

@@ -35,12 +35,11 @@ class Listing : public ::testing::TestWithParam<ListingCase> {
 
 TEST_P(Listing, YieldsTheExpectedSendTimes) {
   const ListingCase& c = GetParam();
-  SetFirstDOW(c.firstDow);
+  const testing::ScopedFirstDOW firstDow(c.firstDow);
   CMailProps record = Record(c.pattern);
   const std::optional<DateList> list = record.GetOccurrences(c.limit);
   ASSERT_TRUE(list.has_value());
   EXPECT_EQ(Texts(*list), c.expected);
-  SetFirstDOW(0);
 }
 
 const ListingCase kListings[] = {
@@ -158,7 +157,7 @@ class Advance : public ::testing::TestWithParam<AdvanceCase> {
 
 TEST_P(Advance, WalksTheSeriesOneSendAtATime) {
   const AdvanceCase& c = GetParam();
-  SetFirstDOW(1);
+  const testing::ScopedFirstDOW firstDow(1);
   CMailProps record = Record(c.pattern);
   record.m_NoEndDate = c.noEnd;
   record.m_Occurrences = c.occurrences;
@@ -172,7 +171,6 @@ TEST_P(Advance, WalksTheSeriesOneSendAtATime) {
   }
   EXPECT_EQ(Texts(sends), c.sends);
   EXPECT_EQ(record.m_Occurrences, c.occurrencesLeft);
-  SetFirstDOW(0);
 }
 
 const AdvanceCase kAdvances[] = {

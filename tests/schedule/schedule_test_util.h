@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/iso_date_text.h"
 #include "base/ole_date.h"
 #include "schedule/mail_props.h"
 
@@ -19,14 +20,7 @@ inline double At(const std::string& text) {
   return date;
 }
 
-inline std::string Text(double date) {
-  CivilDate c;
-  TimeOfDay t;
-  SplitRounded(date, c, t);
-  char buffer[32];
-  std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d %02d:%02d", c.year, c.month, c.day, t.hour, t.minute);
-  return buffer;
-}
+inline std::string Text(double date) { return IsoMinuteText(date); }
 
 inline std::vector<std::string> Texts(const std::vector<double>& dates) {
   std::vector<std::string> texts;

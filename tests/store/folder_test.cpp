@@ -80,14 +80,8 @@ std::string ViewWith(const Props& props) {
 // A simulated client made the add-in's client, with a fresh log and a new
 // session of the folder module.
 struct Session {
-  explicit Session(sim::SimOptions options = {}) : sim(std::move(options)) {
-    sim.Install();
-    Main::ResetFolderSessionForTesting();
-  }
-  ~Session() {
-    sim.Uninstall();
-    Main::ResetFolderSessionForTesting();
-  }
+  explicit Session(sim::SimOptions options = {}) : sim(std::move(options)) { sim.Install(); }
+  ~Session() { sim.Uninstall(); }
   long Folders() { return sim.Root()->Folders()->Count(); }
   Ref<client::View> View(const Ref<client::MAPIFolder>& folder) {
     Ref<client::View> view;
@@ -107,6 +101,7 @@ struct Session {
 
   qorvane::testing::ScopedLocale locale{"en-US"};
   qorvane::testing::ScopedLogFolder log;
+  qorvane::testing::ScopedFolderSession session;
   sim::SimClient sim;
 };
 
@@ -435,7 +430,7 @@ class FakeApplication final : public client::Application,
 
 TEST(GetQorvaneFolder, SomethingNamedQorvaneThatIsNoFolderIsReportedNotReplaced) {
   Session s;  // for its message box
-  client::SetCurrentApplication(std::make_shared<FakeApplication>());
+  const qorvane::testing::ScopedCurrentApplication fake(std::make_shared<FakeApplication>());
   EXPECT_FALSE(Main::GetQorvaneFolder(true));
   ASSERT_EQ(s.sim.MessageBoxes().size(), 1u);
   EXPECT_EQ(s.sim.MessageBoxes()[0].prompt,
@@ -444,7 +439,6 @@ TEST(GetQorvaneFolder, SomethingNamedQorvaneThatIsNoFolderIsReportedNotReplaced)
   EXPECT_EQ(s.sim.MessageBoxes()[0].buttons, qorvane::vbOKOnly);
   EXPECT_FALSE(Main::GetQorvaneFolder(false));
   EXPECT_EQ(s.sim.MessageBoxes().size(), 2u) << "told every time it is asked";
-  client::SetCurrentApplication(s.sim.Application());
 }
 
 TEST(FolderAndView, FailuresAreLoggedUnderTheirLabels) {

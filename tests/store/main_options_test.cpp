@@ -29,7 +29,7 @@ TEST(LoadFirstDOW, TurnsTheClientOptionIntoAWeekdayNumber) {
   } cases[] = {{0, 1}, {1, 2}, {6, 7}, {7, 0}, {9, 0}, {-1, 0}, {-2, 0}};
   for (const auto& c : cases) {
     qorvane::testing::ScopedRegistryKeys sandbox(kClientKeys);
-    g_OutlookVersion = kVersion;
+    const qorvane::testing::ScopedClientVersion version(kVersion);
     StoreFirstDOW(c.stored);
     EXPECT_EQ(Main::LoadFirstDOW(), c.expected) << c.stored;
   }
@@ -37,7 +37,7 @@ TEST(LoadFirstDOW, TurnsTheClientOptionIntoAWeekdayNumber) {
 
 TEST(LoadFirstDOW, IsZeroWithoutTheOption) {
   qorvane::testing::ScopedRegistryKeys sandbox(kClientKeys);
-  g_OutlookVersion = kVersion;
+  const qorvane::testing::ScopedClientVersion version(kVersion);
   EXPECT_EQ(Main::LoadFirstDOW(), 0) << "no key";
   CWinReg reg;
   ASSERT_TRUE(reg.InitForWrite(CWinReg::HKEY_CURRENT_USER, qorvane::settings::CalendarOptionsKey(kVersion), true));
@@ -47,7 +47,8 @@ TEST(LoadFirstDOW, IsZeroWithoutTheOption) {
 TEST(LoadFirstDOW, AlignsTheWeeksOfWeeklyPatterns) {
   qorvane::testing::ScopedRegistryKeys sandbox(kClientKeys);
   qorvane::testing::ScopedLocale locale("en-US");
-  g_OutlookVersion = kVersion;
+  const qorvane::testing::ScopedClientVersion version(kVersion);
+  const qorvane::testing::ScopedFirstDOW firstDow(0);
   // Every other week on Sunday and Monday, from Sunday 2 March 2025.
   CMailProps r;
   r.m_IsRecurring = true;
@@ -64,7 +65,6 @@ TEST(LoadFirstDOW, AlignsTheWeeksOfWeeklyPatterns) {
     Main::ApplyClientFirstDOW();
     EXPECT_EQ((*r.GetOccurrences(2))[1], c.second) << c.stored;
   }
-  qorvane::SetFirstDOW(0);
 }
 
 TEST(AppVersion, IsThreeUnpaddedNumbers) {

@@ -11,7 +11,7 @@ namespace {
 
 class SpecialTest : public testing::StoreTest {
  protected:
-  SpecialTest() { Main::ResetFolderSessionForTesting(); }
+  testing::ScopedFolderSession session_;
   client::Ref<client::MAPIFolder> Inbox() { return sim_.DefaultFolder(client::olFolderInbox); }
   client::Ref<client::MAPIFolder> FindDeferred() {
     auto folders = sim_.Root()->Folders();
@@ -60,8 +60,8 @@ TEST_P(SpecialByVersion, MarkedMailsMoveInInboxOrderWithoutTheirMark) {
   testing::ScopedLocale locale("en-US");
   testing::ScopedLogFolder log;
   sim::SimClient client({.version = GetParam()});
+  const qorvane::testing::ScopedFolderSession session;
   client.Install();
-  Main::ResetFolderSessionForTesting();
   auto inbox = client.DefaultFolder(client::olFolderInbox);
   std::vector<std::string> expected;
   for (int i = 0; i < 6; ++i) {

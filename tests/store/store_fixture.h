@@ -28,11 +28,7 @@ class ScopedUnsentNotices {
 
 class StoreTest : public ::testing::Test {
  protected:
-  StoreTest() {
-    sim_.Install();
-    g_IgnoreList.FromString(CIgnoreList::kDefaultList);
-    g_IgnoreList.IgnoreSysHiden(true);
-  }
+  StoreTest() { sim_.Install(); }
   ~StoreTest() override { sim_.Uninstall(); }
 
   client::Ref<client::MAPIFolder> Deferred() {
@@ -65,6 +61,7 @@ class StoreTest : public ::testing::Test {
   ScopedLocale locale_{"en-US"};
   ScopedLogFolder log_;
   ScopedUnsentNotices notices_;
+  ScopedIgnoreList ignoreList_{CIgnoreList::kDefaultList, true};
   sim::SimClient sim_;
   client::Ref<client::MAPIFolder> deferred_;
 };

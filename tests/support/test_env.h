@@ -1,5 +1,6 @@
-// Test fixtures that pin what the add-in reads from its surroundings: the
-// add-in folder (and so the log file), the locale and the clock.
+// A temporary add-in folder and its log for a test; with process_state.h,
+// whose guards pin the rest of what the add-in reads from its surroundings
+// (the locale, the clock, ...).
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,25 +13,17 @@
 #include <vector>
 
 #include "infra/cdebug.h"
-#include "platform/addin_folder.h"
-#include "platform/clock.h"
-#include "platform/locale.h"
+#include "tests/support/process_state.h"
 
 namespace qorvane::testing {
 
-// A fresh temporary add-in folder with its own, empty log.
+// A fresh temporary add-in folder with its own, empty log, written by a log
+// object as on first use; the folder and the log object the test found come
+// back at the end.
 class ScopedLogFolder {
  public:
-  ScopedLogFolder() {
-    std::random_device random;
-    folder_ = std::filesystem::temp_directory_path() / ("qorvane-test-" + std::to_string(random()));
-    std::filesystem::create_directories(folder_);
-    SetAddinFolder(folder_.string());
-    g_debug.ResetForTesting();
-  }
+  ScopedLogFolder() { g_debug.ResetForTesting(); }
   ~ScopedLogFolder() {
-    SetAddinFolder("");
-    g_debug.ResetForTesting();
     std::error_code ec;
     std::filesystem::remove_all(folder_, ec);
   }
@@ -61,31 +54,16 @@ class ScopedLogFolder {
   bool LogContains(const std::string& part) const { return LogText().find(part) != std::string::npos; }
 
  private:
-  std::filesystem::path folder_;
-};
+  static std::filesystem::path MakeFolder() {
+    std::random_device random;
+    auto folder = std::filesystem::temp_directory_path() / ("qorvane-test-" + std::to_string(random()));
+    std::filesystem::create_directories(folder);
+    return folder;
+  }
 
-class ScopedLocale {
- public:
-  explicit ScopedLocale(const char* name) { ok_ = SelectLocale(name); }
-  ~ScopedLocale() { SelectUserLocale(); }
-  ScopedLocale(const ScopedLocale&) = delete;
-  ScopedLocale& operator=(const ScopedLocale&) = delete;
-  bool ok() const { return ok_; }
-
- private:
-  bool ok_;
-};
-
-class ScopedClock {
- public:
-  explicit ScopedClock(double now) : clock_(now) { SetClock(&clock_); }
-  ~ScopedClock() { SetClock(nullptr); }
-  ScopedClock(const ScopedClock&) = delete;
-  ScopedClock& operator=(const ScopedClock&) = delete;
-  void Set(double now) { clock_.Set(now); }
-
- private:
-  FixedClock clock_;
+  const std::filesystem::path folder_ = MakeFolder();
+  const ScopedDebugLog log_;
+  const ScopedAddinFolder addinFolder_{folder_.string()};
 };
 
 }  // namespace qorvane::testing

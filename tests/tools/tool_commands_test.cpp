@@ -9,8 +9,14 @@
 #include <string>
 #include <vector>
 
+#include "base/runtime_error.h"
+#include "infra/cdebug.h"
 #include "infra/cwinreg.h"
 #include "infra/settings.h"
+#include "platform/addin_folder.h"
+#include "platform/locale.h"
+#include "schedule/first_dow.h"
+#include "store/main_options.h"
 #include "tests/support/registry_sandbox.h"
 #include "tests/support/test_env.h"
 #include "tests/tools/tool_invoke.h"
@@ -154,6 +160,7 @@ TEST_F(ToolTest, UsageErrorsExitWith2AndOneMessageAndChangeNothing) {
       {with({"occurrences", "--mask", "128"}), "--mask"},
       {with({"occurrences", "--attach", "x"}), "--attach"},  // an option of another command
       {with({"encode", "--occurrences", "3", "--no-end"}, {}), "exclude"},
+      {with({"encode", "--end-date", "2025-12-24", "--no-end"}, {}), "exclude"},
       {with({"describe"}, {}), "--schedule-time"},
       {{"decode"}, "LINE"},
       {{"registry"}, "action"},
@@ -162,7 +169,8 @@ TEST_F(ToolTest, UsageErrorsExitWith2AndOneMessageAndChangeNothing) {
       {{"registry", "set", "HKCU", "x", "y"}, "KEY"},
       {{"registry", "set", key, "x"}, "usage"},
       {{"registry", "set", key, "x", std::string(256, 'v')}, "256"},
-      {{"registry", "set-dword", key, "x", "4294967296"}, "NUMBER"},
+      {{"registry", "set-dword", key, "x", "4294967296"}, "qorvane registry: NUMBER: 4294967296 is outside"},
+      {{"registry", "set-dword", key, "x", "12ab"}, "qorvane registry: NUMBER: '12ab' is not a whole number"},
       {{"registry", "set", key, "", "y"}, "NAME"},
       {{"ignore-list", "hidden", "maybe"}, "maybe"},
   };
@@ -176,6 +184,94 @@ TEST_F(ToolTest, UsageErrorsExitWith2AndOneMessageAndChangeNothing) {
   CWinReg probe;
   EXPECT_FALSE(probe.InitForRead(CWinReg::HKEY_CURRENT_USER, key));
   EXPECT_EQ(Invoke({"ignore-list"}).out, "ignore=thumbs.db\nhidden=yes\n");
+}
+
+// A pattern must name every field its type reads; left out, the engine would
+// list something else (day 0 is the month's eve, no weekday lists nothing).
+TEST_F(ToolTest, APatternMissingAFieldItsTypeReadsNamesTheOption) {
+  const struct {
+    Args pattern;
+    const char* message;
+  } cases[] = {
+      {{"--type", "1"}, "--type 1 (weekly) needs --mask"},
+      {{"--type", "1", "--mask", "0"}, "--type 1 (weekly) needs a --mask with at least one weekday"},
+      {{"--type", "0", "--interval", "0"}, "--type 0 (daily on weekdays) needs --mask"},
+      {{"--type", "2"}, "--type 2 (monthly on a day) needs --day-of-month"},
+      {{"--type", "3", "--mask", "32"}, "--type 3 (monthly on the nth weekday) needs --instance"},
+      {{"--type", "3"}, "--type 3 (monthly on the nth weekday) needs --instance and --mask"},
+      {{"--type", "5", "--day-of-month", "29"}, "--type 5 (yearly on a day) needs --month"},
+      {{"--type", "6", "--mask", "4"}, "--type 6 (yearly on the nth weekday) needs --instance and --month"},
+      {{"--type", "6"}, "--type 6 (yearly on the nth weekday) needs --instance, --mask and --month"},
+      {{"--type", "2", "--day-of-month", "5", "--interval", "0"},
+       "--type 2 (monthly on a day) needs an --interval of 1 or more"},
+      {{"--type", "1", "--mask", "2", "--interval", "0"}, "--type 1 (weekly) needs an --interval of 1 or more"},
+  };
+  for (const char* command : {"occurrences", "describe", "encode"}) {
+    for (const auto& c : cases) {
+      Args args = {command, "--start", "2025-01-01", "--time", "09:00"};
+      args.insert(args.end(), c.pattern.begin(), c.pattern.end());
+      if (std::string(command) == "occurrences") args.insert(args.end(), {"--count", "3"});
+      if (std::string(command) == "describe") args.insert(args.end(), {"--schedule-time", "2025-01-01 09:00"});
+      const Result r = Invoke(args);
+      EXPECT_EQ(r.code, 2) << command << " " << c.message;
+      EXPECT_EQ(r.out, "") << command << " " << c.message;
+      EXPECT_EQ(r.err, std::string("qorvane ") + command + ": " + c.message + "\n");
+    }
+  }
+  EXPECT_EQ(Invoke({"occurrences", "--type", "0", "--interval", "2", "--start", "2025-01-01", "--time", "09:00",
+                    "--count", "1"})
+                .out,
+            "2025-01-01 09:00\n")
+      << "a daily pattern with an interval needs nothing more";
+}
+
+// The recurrence dialog stores both an end date and the sends it counts.
+TEST_F(ToolTest, EncodeKeepsOccurrencesAndEndDateTogether) {
+  const Result r = Invoke({"--locale", "en-US", "encode", "--type", "0", "--start", "2025-03-03", "--time", "18:05",
+                           "--occurrences", "5", "--end-date", "2025-03-07"});
+  EXPECT_EQ(r.code, 0) << r.err;
+  EXPECT_EQ(r.out, "1;0;0;0;0;0;1;5;0;#10;6:05:00 PM#8;3/3/2025#8;3/7/2025\n");
+}
+
+// A tool must not fail because its log cannot be written: the log is said
+// to be unwritable once, and the command answers as it would otherwise.
+TEST_F(ToolTest, ALogThatCannotBeWrittenIsSaidOnceAndTheRunGoesOn) {
+  qorvane::SetAddinFolder((log_.Folder() / "no" / "such" / "folder").string());
+  const Result bad = Invoke({"--locale", "en-US", "decode", "1;1;x;0;0;34;1;10;0;#10;9:30:00 AM#8;3/3/2025"});
+  EXPECT_EQ(bad.code, 1);
+  EXPECT_EQ(bad.err.rfind("qorvane: cannot write the log ", 0), 0u) << bad.err;
+  EXPECT_NE(bad.err.find("could not be read: error 13"), std::string::npos) << bad.err;
+  EXPECT_EQ(Lines(bad.err), 2) << bad.err;
+
+  // The engine logs twice on the way (the listing's error and its caller's).
+  const Result far = Invoke({"occurrences", "--type", "0", "--start", "9500-01-01", "--time", "09:00", "--count", "2"});
+  EXPECT_EQ(far.code, 1);
+  EXPECT_EQ(far.err.find("error 75"), std::string::npos) << far.err;
+  EXPECT_NE(far.err.find("yields no listing"), std::string::npos) << far.err;
+  EXPECT_EQ(Lines(far.err), 2) << "the log's trouble said once: " << far.err;
+
+  const Result fine = Invoke({"occurrences", "--type", "0", "--start", "2025-03-03", "--time", "09:00", "--count", "1"});
+  EXPECT_EQ(fine.code, 0);
+  EXPECT_EQ(fine.err, "") << "nothing to log, nothing said";
+  EXPECT_THROW(g_debug.OutWarning("ToolTest", "after the run"), qorvane::RuntimeError)
+      << "the add-in's own logging still raises";
+}
+
+// The tool runs in-process in tests and the fuzzer: each run leaves the
+// locale, the first day of the week and the client version as it found them.
+TEST_F(ToolTest, ARunLeavesTheProcessAsItFoundIt) {
+  const auto state = [] {
+    return qorvane::CurrentLocale().Name() + "|" + std::to_string(qorvane::FirstDOW()) + "|" + g_OutlookVersion;
+  };
+  const std::string before = state();
+  for (const Args& args : {Args{"--locale", "de-DE", "occurrences", "--type", "1", "--mask", "2", "--first-dow", "3",
+                                "--start", "2025-03-03", "--time", "09:00", "--count", "1"},
+                           Args{"describe", "--type", "0", "--outlook-version", "11.0.6359", "--start", "2025-03-03",
+                                "--time", "09:00", "--schedule-time", "2025-03-03 09:00"},
+                           Args{"--locale", "fr-FR", "occurrences", "--first-dow", "2", "--bogus"}}) {
+    Invoke(args);
+    EXPECT_EQ(state(), before) << ::testing::PrintToString(args);
+  }
 }
 
 TEST_F(ToolTest, HelpWinsOverMistakesAndGoesToStdout) {
