@@ -1,0 +1,56 @@
+// The ribbon markup.
+#include "win/addin/ribbon_xml.h"
+
+#include <cctype>
+
+namespace addin_ribbon {
+namespace {
+
+constexpr const char* kComposeXml = R"(<customUI xmlns="http://schemas.microsoft.com/office/2009/07/customui">
+  <ribbon>
+    <tabs>
+      <tab idMso="TabNewMailMessage">
+        <group id="QorvaneComposeGroup" label="Qorvane" insertBeforeMso="GroupClipboard">
+          <button id="QorvaneCompose" label="Qorvane" size="large" imageMso="SendStatusReport"
+                  screentip="Qorvane" supertip="Send this mail later, once or on a recurrence."
+                  onAction="Qorvane_OnAction"/>
+        </group>
+      </tab>
+    </tabs>
+  </ribbon>
+</customUI>
+)";
+
+constexpr const char* kExplorerXml = R"(<customUI xmlns="http://schemas.microsoft.com/office/2009/07/customui">
+  <ribbon>
+    <tabs>
+      <tab idMso="TabMail">
+        <group id="QorvaneMainGroup" label="Qorvane">
+          <button id="QorvaneOptions" label="Qorvane" size="large" imageMso="SendStatusReport"
+                  screentip="Qorvane" supertip="Go to the deferred mails; there, edit the schedules of the selected ones."
+                  onAction="QorvaneOptions_OnAction"/>
+          <button id="QorvaneAbout" label="About Qorvane..." imageMso="Info" onAction="QorvaneAbout_OnAction"/>
+        </group>
+      </tab>
+    </tabs>
+  </ribbon>
+</customUI>
+)";
+
+bool SameNoCase(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i]))) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::string CustomUI(std::string_view ribbonId) {
+  if (SameNoCase(ribbonId, kComposeRibbon)) return kComposeXml;
+  if (SameNoCase(ribbonId, kExplorerRibbon)) return kExplorerXml;
+  return {};
+}
+
+}  // namespace addin_ribbon
