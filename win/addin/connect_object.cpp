@@ -8,6 +8,7 @@
 
 #include "addin/connect.h"
 #include "base/runtime_error.h"
+#include "base/runtime_text.h"
 #include "client/safe_mail.h"
 #include "infra/error_trap.h"
 #include "infra/settings.h"
@@ -69,18 +70,9 @@ constexpr NamedMember kMembers[] = {
 
 constexpr const char* kGetCustomUIName = "GetCustomUI";
 
-bool SameNoCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    if (lower(a[i]) != lower(b[i])) return false;
-  }
-  return true;
-}
-
 DISPID IdOfName(std::string_view name) {
   for (const NamedMember& member : kMembers) {
-    if (SameNoCase(member.name, name)) return member.id;
+    if (qorvane::EqualsIgnoringCase(member.name, name)) return member.id;
   }
   return DISPID_UNKNOWN;
 }
@@ -273,7 +265,7 @@ HRESULT ConnectObject::OnBeginShutdown(SAFEARRAY**) {
 
 HRESULT ConnectObject::RibbonFace::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
   return AnswerNames(names, count, ids, [](std::string_view name) -> DISPID {
-    if (SameNoCase(name, kGetCustomUIName)) return office::kGetCustomUI;
+    if (qorvane::EqualsIgnoringCase(name, kGetCustomUIName)) return office::kGetCustomUI;
     const DISPID id = IdOfName(name);
     // The connection's members would clash with GetCustomUI here.
     return IsExtensibility(id) ? DISPID_UNKNOWN : id;

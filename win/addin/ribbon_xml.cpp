@@ -1,7 +1,7 @@
 // The ribbon markup.
 #include "win/addin/ribbon_xml.h"
 
-#include <cctype>
+#include "base/runtime_text.h"
 
 namespace addin_ribbon {
 namespace {
@@ -37,19 +37,11 @@ constexpr const char* kExplorerXml = R"(<customUI xmlns="http://schemas.microsof
 </customUI>
 )";
 
-bool SameNoCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i]))) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 std::string CustomUI(std::string_view ribbonId) {
-  if (SameNoCase(ribbonId, kComposeRibbon)) return kComposeXml;
-  if (SameNoCase(ribbonId, kExplorerRibbon)) return kExplorerXml;
+  if (qorvane::EqualsIgnoringCase(ribbonId, kComposeRibbon)) return kComposeXml;
+  if (qorvane::EqualsIgnoringCase(ribbonId, kExplorerRibbon)) return kExplorerXml;
   return {};
 }
 

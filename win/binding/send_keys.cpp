@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/runtime_error.h"
+#include "base/runtime_text.h"
 #include "win/com/wide_text.h"
 
 namespace binding {
@@ -30,15 +31,6 @@ constexpr NamedKey kNamedKeys[] = {
     {"ADD", VK_ADD, false},        {"SUBTRACT", VK_SUBTRACT, false}, {"MULTIPLY", VK_MULTIPLY, false},
     {"DIVIDE", VK_DIVIDE, true},
 };
-
-bool SameNoCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-    if (upper(a[i]) != upper(b[i])) return false;
-  }
-  return true;
-}
 
 [[noreturn]] void NotNotation(std::string_view keys) {
   qorvane::Raise(qorvane::err::kInvalidCall, "Invalid procedure call or argument (SendKeys \"" + std::string(keys) + "\")");
@@ -113,7 +105,7 @@ class KeysParser {
 
   void Named(std::string_view name) {
     for (const NamedKey& key : kNamedKeys) {
-      if (SameNoCase(name, key.name)) return Tap(key.vk, key.extended);
+      if (qorvane::EqualsIgnoringCase(name, key.name)) return Tap(key.vk, key.extended);
     }
     if ((name[0] == 'F' || name[0] == 'f') && name.size() >= 2 && name.size() <= 3) {
       int number = 0;
