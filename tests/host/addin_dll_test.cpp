@@ -75,36 +75,43 @@ TEST_F(AddInDll, RegistersPerUserOnlyAndUnregistersEveryKeyItWrote) {
   ASSERT_EQ(RunRegsvr32(InstalledDll(), false), 0u);
 }
 
-TEST_F(AddInDll, StartsAsTheClientLoadsItAndSetsUpTheMainWindow) {
-  host::HostOutlook outlook;
-  outlook.Start();
-  EXPECT_EQ(outlook.LoadedAddIns(), std::vector<std::wstring>{kProgId});
-  const auto deferred = DeferredFolder(outlook);
-  ASSERT_TRUE(deferred) << "the deferred folder was made";
-  EXPECT_EQ(deferred->Views()->Item("Qorvane View")->Name(), "Qorvane View");
-  const auto explorer = outlook.Client().Application()->ActiveExplorer();
-  const auto groups = explorer->Panes()->Item("OutlookBar")->Groups();
-  bool shortcut = false;
-  for (long g = 1; g <= groups->Count(); ++g) {
-    const auto shortcuts = groups->Item(g)->Shortcuts();
-    for (long s = 1; s <= shortcuts->Count(); ++s) shortcut = shortcut || shortcuts->Item(s)->Name() == "Qorvane";
+// The client calls the add-in connection through its vtable; the same
+// members by DISPID (arguments in reverse order) must do the same.
+TEST_F(AddInDll, StartsAsTheClientLoadsItAndSetsUpTheMainWindowByVtableAndByDispId) {
+  for (const bool byDispatch : {false, true}) {
+    SCOPED_TRACE(byDispatch ? "by DISPID" : "by vtable");
+    host::HostOptions options;
+    options.connectByDispatch = byDispatch;
+    host::HostOutlook outlook(options);
+    outlook.Start();
+    EXPECT_EQ(outlook.LoadedAddIns(), std::vector<std::wstring>{kProgId});
+    const auto deferred = DeferredFolder(outlook);
+    ASSERT_TRUE(deferred) << "the deferred folder was made";
+    EXPECT_EQ(deferred->Views()->Item("Qorvane View")->Name(), "Qorvane View");
+    const auto explorer = outlook.Client().Application()->ActiveExplorer();
+    const auto groups = explorer->Panes()->Item("OutlookBar")->Groups();
+    bool shortcut = false;
+    for (long g = 1; g <= groups->Count(); ++g) {
+      const auto shortcuts = groups->Item(g)->Shortcuts();
+      for (long s = 1; s <= shortcuts->Count(); ++s) shortcut = shortcut || shortcuts->Item(s)->Name() == "Qorvane";
+    }
+    EXPECT_TRUE(shortcut) << "the folder is on the navigation bar";
+    const auto bars = explorer->CommandBars();
+    for (const char* tag : {"KelmoraQorvaneAbout", "KelmoraQorvaneOptions"}) EXPECT_TRUE(bars->FindControl(0, 0, tag)) << tag;
+
+    // What the add-in published is its own object, answering by name.
+    const auto entry = outlook.Client().Application()->COMAddIns()->Item(1);
+    EXPECT_EQ(entry->ProgId(), "Qorvane.Connect");
+    EXPECT_TRUE(entry->Connect());
+    IDispatch* connection = outlook.AddInObject(kProgId);
+    EXPECT_FALSE(GetByName(connection, "m_NoExplorer").ToBool());
+    EXPECT_TRUE(GetByName(connection, "m_app").ToObject()) << "the client's application it holds";
+    for (const std::string& line : NewLogLines()) ADD_FAILURE() << line;
+
+    outlook.Stop();
+    EXPECT_EQ(outlook.ObjectsStillHeld(), 0) << "every object the host handed out was released";
+    EXPECT_TRUE(outlook.AllModulesUnloadable());
   }
-  EXPECT_TRUE(shortcut) << "the folder is on the navigation bar";
-  const auto bars = explorer->CommandBars();
-  for (const char* tag : {"KelmoraQorvaneAbout", "KelmoraQorvaneOptions"}) EXPECT_TRUE(bars->FindControl(0, 0, tag)) << tag;
-
-  // What the add-in published is its own object, answering by name.
-  const auto entry = outlook.Client().Application()->COMAddIns()->Item(1);
-  EXPECT_EQ(entry->ProgId(), "Qorvane.Connect");
-  EXPECT_TRUE(entry->Connect());
-  IDispatch* connection = outlook.AddInObject(kProgId);
-  EXPECT_FALSE(GetByName(connection, "m_NoExplorer").ToBool());
-  EXPECT_TRUE(GetByName(connection, "m_app").ToObject()) << "the client's application it holds";
-  EXPECT_TRUE(NewLogLines().empty()) << NewLogLines().front();
-
-  outlook.Stop();
-  EXPECT_EQ(outlook.ObjectsStillHeld(), 0) << "every object the host handed out was released";
-  EXPECT_TRUE(outlook.AllModulesUnloadable());
 }
 
 TEST_F(AddInDll, AComposeWindowGetsItsButtonAfterSendWhosePressOpensTheScheduleDialog) {

@@ -26,15 +26,17 @@ class CustomArray {
 
 }  // namespace
 
-ComAddIn::ComAddIn(com::ComPtr<IDispatch> object) : object_(std::move(object)) {}
+ComAddIn::ComAddIn(com::ComPtr<IDispatch> object, Calls calls) : object_(std::move(object)), calls_(calls) {}
 
-// Each call: through the vtable when the object is an add-in connection,
-// else by DISPID (the interface fixes them) over IDispatch.
+// Each call: through the vtable when the object is an add-in connection
+// (unless told to go by DISPID), else by DISPID (the interface fixes them)
+// over IDispatch.
 template <class VtableCall>
-void CallAddIn(IDispatch* object, DISPID id, std::vector<com::ScopedVariant> args, VtableCall&& call) {
+void CallAddIn(IDispatch* object, ComAddIn::Calls calls, DISPID id, std::vector<com::ScopedVariant> args,
+               VtableCall&& call) {
   const auto extensibility =
       com::ComPtr<IDispatch>(object).As<office::IDTExtensibility2>(office::IID_IDTExtensibility2);
-  if (extensibility) {
+  if (extensibility && calls == ComAddIn::Calls::kVtable) {
     com::CheckHresult(call(extensibility.get()));
     return;
   }
@@ -47,33 +49,33 @@ void ComAddIn::OnConnection(const Ref<client::Application>& application, long co
   const auto app = ExposeApplication(application);
   const auto entry = ExposeAddIn(addInInst);
   CustomArray custom;
-  CallAddIn(object_.get(), office::kOnConnection, {app, connectMode, entry}, [&](office::IDTExtensibility2* addIn) {
+  CallAddIn(object_.get(), calls_, office::kOnConnection, {app, connectMode, entry}, [&](office::IDTExtensibility2* addIn) {
     return addIn->OnConnection(app.get().pdispVal, static_cast<int>(connectMode), entry.get().pdispVal, custom.get());
   });
 }
 
 void ComAddIn::OnDisconnection(long removeMode) {
   CustomArray custom;
-  CallAddIn(object_.get(), office::kOnDisconnection, {removeMode}, [&](office::IDTExtensibility2* addIn) {
+  CallAddIn(object_.get(), calls_, office::kOnDisconnection, {removeMode}, [&](office::IDTExtensibility2* addIn) {
     return addIn->OnDisconnection(static_cast<int>(removeMode), custom.get());
   });
 }
 
 void ComAddIn::OnAddInsUpdate() {
   CustomArray custom;
-  CallAddIn(object_.get(), office::kOnAddInsUpdate, {},
+  CallAddIn(object_.get(), calls_, office::kOnAddInsUpdate, {},
             [&](office::IDTExtensibility2* addIn) { return addIn->OnAddInsUpdate(custom.get()); });
 }
 
 void ComAddIn::OnStartupComplete() {
   CustomArray custom;
-  CallAddIn(object_.get(), office::kOnStartupComplete, {},
+  CallAddIn(object_.get(), calls_, office::kOnStartupComplete, {},
             [&](office::IDTExtensibility2* addIn) { return addIn->OnStartupComplete(custom.get()); });
 }
 
 void ComAddIn::OnBeginShutdown() {
   CustomArray custom;
-  CallAddIn(object_.get(), office::kOnBeginShutdown, {},
+  CallAddIn(object_.get(), calls_, office::kOnBeginShutdown, {},
             [&](office::IDTExtensibility2* addIn) { return addIn->OnBeginShutdown(custom.get()); });
 }
 

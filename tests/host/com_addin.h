@@ -21,7 +21,11 @@ namespace host {
 
 class ComAddIn final : public client::AddInConnection {
  public:
-  explicit ComAddIn(qorvane::com::ComPtr<IDispatch> object);
+  // How an add-in connection is called: through its vtable, as the client
+  // does, or by DISPID over IDispatch (the dual interface's other face).
+  enum class Calls { kVtable, kDispatch };
+
+  explicit ComAddIn(qorvane::com::ComPtr<IDispatch> object, Calls calls = Calls::kVtable);
 
   IDispatch* Object() const { return object_.get(); }
 
@@ -34,6 +38,7 @@ class ComAddIn final : public client::AddInConnection {
 
  private:
   qorvane::com::ComPtr<IDispatch> object_;
+  Calls calls_;
 };
 
 }  // namespace host

@@ -107,7 +107,9 @@ void HostOutlook::Start() {
   SimHost::ResetCalls();
   for (LoadedAddIn& addIn : addIns_) {
     client_.ConnectAddIn(qorvane::Utf8FromWide(addIn.progId.c_str()), addIn.description,
-                         std::make_shared<ComAddIn>(addIn.object));
+                         std::make_shared<ComAddIn>(addIn.object, options_.connectByDispatch
+                                                                      ? ComAddIn::Calls::kDispatch
+                                                                      : ComAddIn::Calls::kVtable));
     if (options_.askForRibbon) AskForRibbon(addIn, kExplorerRibbon);
   }
   client_.CompleteStartup();

@@ -40,6 +40,9 @@ struct HostOptions {
   bool mainWindow = true;
   // A client of version 14 on: it asks every add-in for its ribbons.
   bool askForRibbon = false;
+  // Call the add-in connections by DISPID over IDispatch instead of
+  // through their vtables.
+  bool connectByDispatch = false;
 
   // Version 16, the machine's clock and time zone.
   static sim::SimOptions ClientOnThisMachine();
