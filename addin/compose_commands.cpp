@@ -72,6 +72,7 @@ void Connect::m_Inspectors_NewInspector(const client::Ref<client::Inspector>& in
 }
 
 void Connect::AddComposeButtons(const client::Ref<client::Inspector>& inspector, const client::Ref<client::Item>& item) {
+  if (m_UseRibbon) return;
   if (Require(item->AsMailItem())->Sent()) return;
   // The oldest generation cannot put buttons into a word-processor window.
   if (GetOutlookMajorVersion() == "9" && inspector->EditorType() == client::olEditorWord) return;
@@ -127,6 +128,10 @@ void Connect::m_btnQorvane_Click() {
 
 void Connect::m_btnQorvane2_Click() {
   qorvane::GuardEntry("Connect.QorvaneClick", [&] { QorvaneClick(true); });
+}
+
+void Connect::RibbonQorvane_Click() {
+  qorvane::GuardEntry("Connect.QorvaneClick", [&] { QorvaneClick(false); });
 }
 
 void Connect::QorvaneClick(bool keepOnTop) {

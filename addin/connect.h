@@ -80,6 +80,19 @@ class Connect final : public client::AddInConnection, public std::enable_shared_
   // folder when it lies elsewhere; each step runs even if one before failed.
   void QorvanePropsApply(CMailProps& record, const client::Ref<client::Item>& item);
 
+  // --- the ribbon (version 14 on), beside the command bars --------------------
+  // The client took the add-in's ribbon: it shows the commands there, so no
+  // window gets command-bar entries from now on (the client would show them
+  // a second time, on its "Add-ins" tab). Before that, and on clients that
+  // never ask for a ribbon, the command bars are the add-in's only commands.
+  void UseRibbon() noexcept { m_UseRibbon = true; }
+  bool RibbonInUse() const noexcept { return m_UseRibbon; }
+  // The ribbon's buttons: the same commands as the compose window's
+  // "Qorvane" button and the Help-menu's options and about entries.
+  void RibbonQorvane_Click();
+  void RibbonOptions_Click();
+  void RibbonAbout_Click();
+
   // The first field of the client's version ("11" for "11.0.6359").
   std::string GetOutlookMajorVersion();
   // Stops the timers, unloads the timer form and lets go of the client.
@@ -192,6 +205,7 @@ class Connect final : public client::AddInConnection, public std::enable_shared_
   WithEvents<client::CommandBarControl, client::CommandBarButtonEvents> m_btnMenuAbout{&aboutSink_};
 
   DeferredFolderScan scan_;
+  bool m_UseRibbon = false;
   bool connected_ = false;  // OnConnection ran
   bool attached_ = false;   // InitExplorer ran
   bool closed_ = false;     // CloseHandlers ran

@@ -52,6 +52,7 @@ client::Ref<client::CommandBarControl> EnsureEntry(const client::Ref<client::Com
 }  // namespace
 
 void Connect::AddAboutMenu(const client::Ref<client::Explorer>& explorer) {
+  if (m_UseRibbon) return;
   qorvane::Trap("Connect.AddAboutMenu", [&] {
     const auto menuBar = Require(Require(explorer)->CommandBars())->Item(kMenuBar);
     if (!menuBar) return;
@@ -69,6 +70,10 @@ void Connect::m_btnMenuAbout_Click() {
     dialogs::CurrentDialogService().ShowAbout();
   });
 }
+
+void Connect::RibbonAbout_Click() { m_btnMenuAbout_Click(); }
+
+void Connect::RibbonOptions_Click() { m_btnOptions_Click(); }
 
 void Connect::m_btnOptions_Click() {
   qorvane::GuardEntry("m_btnOptions_Click", [&] {

@@ -44,4 +44,10 @@ TimerService& PlatformTimerService();
 TimerService& CurrentTimerService();
 void SetTimerService(TimerService* service);
 
+// For a module about to be unloaded (the add-in DLL once its last object is
+// gone): the platform's timers let go of what would outlive the module's
+// code (on Windows the hidden window and its class) once no timer exists;
+// a timer made later brings them back. Nothing to do elsewhere.
+void ReleasePlatformTimers();
+
 }  // namespace qorvane

@@ -11,4 +11,6 @@ TimerService& PlatformTimerService() {
   return timers;
 }
 
+void ReleasePlatformTimers() {}
+
 }  // namespace qorvane

@@ -42,6 +42,14 @@ class MessageWindowTimers final : public TimerService {
     running_.erase(id);
     ticks_.erase(id);
   }
+  // A window class registered by a DLL stays registered after the DLL is
+  // gone, with a window procedure that no longer exists: both go here.
+  void ReleaseWindow() {
+    if (!ticks_.empty()) return;
+    if (window_) DestroyWindow(window_);
+    window_ = nullptr;
+    UnregisterClassW(kWindowClass, ThisModule());
+  }
 
  private:
   static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -105,12 +113,16 @@ std::unique_ptr<Timer> MessageWindowTimers::CreateTimer(std::function<void()> on
   return std::make_unique<WindowsTimer>(*this, id);
 }
 
-}  // namespace
-
-TimerService& PlatformTimerService() {
+MessageWindowTimers& Timers() {
   // Never destroyed: timers may be released during process shutdown.
   static auto* timers = new MessageWindowTimers();
   return *timers;
 }
+
+}  // namespace
+
+TimerService& PlatformTimerService() { return Timers(); }
+
+void ReleasePlatformTimers() { Timers().ReleaseWindow(); }
 
 }  // namespace qorvane

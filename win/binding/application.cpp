@@ -2,6 +2,7 @@
 #include "base/runtime_error.h"
 #include "win/binding/bound_object.h"
 #include "win/binding/event_subscriptions.h"
+#include "win/binding/send_keys.h"
 
 namespace binding {
 namespace {
@@ -25,6 +26,10 @@ class BoundApplication final : public client::Application, public Bound {
   Ref<client::EventSubscription> Advise(client::ApplicationEvents* sink) override {
     return binding::Advise(Object(), sink);
   }
+  Ref<client::COMAddIns> COMAddIns() override { return BindAddIns(Get("COMAddIns")); }
+  // The object model has no keystrokes: they go to whichever window has the
+  // focus, as the runtime's SendKeys sends them.
+  void SendKeys(const std::string& keys) override { SendKeysToForeground(keys); }
 };
 
 class BoundNameSpace final : public client::NameSpace, public Bound {
@@ -53,6 +58,7 @@ client::Ref<client::Inspector> WrapInspector(IDispatch* inspector) {
 client::Ref<client::CommandBarControl> WrapControl(IDispatch* control) {
   return BindControl(com::ScopedVariant(control));
 }
+client::Ref<client::COMAddIn> WrapAddIn(IDispatch* addIn) { return BindAddIn(com::ScopedVariant(addIn)); }
 
 com::ComPtr<IDispatch> DispatchOf(const void* wrapper, const BoundObject* bound) {
   if (!wrapper) qorvane::Raise(qorvane::err::kObjectNotSet);

@@ -28,6 +28,14 @@ client::Ref<client::MAPIFolder> WrapFolder(IDispatch* folder);
 client::Ref<client::Explorer> WrapExplorer(IDispatch* explorer);
 client::Ref<client::Inspector> WrapInspector(IDispatch* inspector);
 client::Ref<client::CommandBarControl> WrapControl(IDispatch* control);
+client::Ref<client::COMAddIn> WrapAddIn(IDispatch* addIn);
+
+// The add-in's own connection object and the automation object the client
+// sees for it (its COM server's). While published, COMAddIn.Object(connection)
+// hands the client that face, and COMAddIn.Object() gives the connection
+// itself back for it. The face must stay alive until withdrawn.
+void PublishAddInObject(const std::shared_ptr<client::AddInConnection>& connection, IDispatch* face);
+void WithdrawAddInObject(const client::AddInConnection* connection);
 
 // Every wrapper of this binding is a BoundObject over one client object.
 class BoundObject {

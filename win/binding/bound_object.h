@@ -61,6 +61,8 @@ Ref<client::Inspector> BindInspector(const com::ScopedVariant& object);
 Ref<client::CommandBars> BindCommandBars(const com::ScopedVariant& object);
 Ref<client::CommandBarControl> BindControl(const com::ScopedVariant& object);
 Ref<client::SyncObjects> BindSyncObjects(const com::ScopedVariant& object);
+Ref<client::COMAddIns> BindAddIns(const com::ScopedVariant& object);
+Ref<client::COMAddIn> BindAddIn(const com::ScopedVariant& object);
 
 // The client's argument for an object it gets back from us; raises 91 for
 // null and 13 for an object of another implementation.

@@ -43,6 +43,9 @@ class BoundControl final : public client::CommandBarControl, public Bound {
   void Visible(bool value) override { Put("Visible", value); }
   void Execute() override { Call("Execute"); }
   void Delete() override { Call("Delete"); }
+  long Index() override { return Long("Index"); }
+  long FaceId() override { return Button().Get("FaceId").ToLong(); }
+  void FaceId(long value) override { Button().Put("FaceId", value); }
   Ref<client::CommandBar> CommandBar() override {
     if (Type() != client::msoControlPopup) return nullptr;
     return BindCommandBar(Self().As(kPopupType).Get("CommandBar"));
@@ -52,7 +55,7 @@ class BoundControl final : public client::CommandBarControl, public Bound {
   }
 
  private:
-  // Style belongs to buttons; another control does not have it (438).
+  // Style and FaceId belong to buttons; another control does not have them (438).
   com::Dispatch Button() {
     if (Type() != client::msoControlButton) qorvane::Raise(qorvane::err::kObjectDoesntSupport);
     return Self().As(kButtonType);

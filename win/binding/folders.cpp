@@ -10,6 +10,30 @@ com::DispatchType kFoldersType("Folders");
 com::DispatchType kItemsType("Items");
 com::DispatchType kViewsType("Views");
 com::DispatchType kViewType("View");
+com::DispatchType kFieldsType("UserDefinedProperties");
+com::DispatchType kFieldType("UserDefinedProperty");
+
+class BoundField final : public client::UserDefinedProperty, public Bound {
+ public:
+  explicit BoundField(com::ComPtr<IDispatch> object) : Bound(std::move(object), kFieldType) {}
+  std::string Name() override { return Text("Name"); }
+  long Type() override { return Long("Type"); }
+  void Delete() override { Call("Delete"); }
+};
+
+class BoundFields final : public client::UserDefinedProperties, public Bound {
+ public:
+  explicit BoundFields(com::ComPtr<IDispatch> object) : Bound(std::move(object), kFieldsType) {}
+  long Count() override { return Long("Count"); }
+  Ref<client::UserDefinedProperty> Item(long index) override { return MakeBound<BoundField>(Get("Item", {index})); }
+  Ref<client::UserDefinedProperty> Find(const std::string& name) override {
+    return MakeBound<BoundField>(Get("Find", {name}));
+  }
+  // Add(Name, Type, DisplayFormat, Formula)
+  Ref<client::UserDefinedProperty> Add(const std::string& name, long type) override {
+    return MakeBound<BoundField>(Get("Add", {name, type}));
+  }
+};
 
 class BoundFolder final : public client::MAPIFolder, public Bound {
  public:
@@ -32,6 +56,9 @@ class BoundFolder final : public client::MAPIFolder, public Bound {
   Ref<client::Folders> Folders() override { return BindFolders(Get("Folders")); }
   Ref<client::Items> Items() override { return BindItems(Get("Items")); }
   Ref<client::Views> Views() override { return BindViews(Get("Views")); }
+  Ref<client::UserDefinedProperties> UserDefinedProperties() override {
+    return MakeBound<BoundFields>(Get("UserDefinedProperties"));
+  }
 };
 
 class BoundFolders final : public client::Folders, public Bound {

@@ -68,6 +68,15 @@ ScopedVariant ScopedVariant::BoolRef(VARIANT_BOOL* target) {
   return reference;
 }
 
+ScopedVariant ScopedVariant::EmptyArray() {
+  SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, 0);
+  if (!array) Raise(err::kOutOfMemory);
+  ScopedVariant result;
+  result.v_.vt = VT_ARRAY | VT_VARIANT;
+  result.v_.parray = array;
+  return result;
+}
+
 ScopedVariant::ScopedVariant(const ScopedVariant& other) : ScopedVariant() {
   CheckHresult(VariantCopy(&v_, const_cast<VARIANT*>(&other.v_)));
 }

@@ -39,6 +39,9 @@ class ScopedVariant {
   // A by-reference Boolean that the callee may change (VT_BOOL | VT_BYREF);
   // target must outlive the call.
   static ScopedVariant BoolRef(VARIANT_BOOL* target);
+  // An array of no variants (VT_ARRAY | VT_VARIANT): the add-in connection's
+  // "custom" argument, which nobody fills.
+  static ScopedVariant EmptyArray();
 
   ScopedVariant(const ScopedVariant& other);
   ScopedVariant(ScopedVariant&& other) noexcept;
