@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Builds and runs every test on both presets: linux (native g++, which also
 # builds the benchmark without running it) and windows (mingw-w64, the tests
-# run under wine). Both run to the end even when the first fails, so each
-# prints its ctest summary; the script fails if either did.
+# run under wine), then builds the setup program (scripts/package.sh, which
+# adds the 32-bit DLL). Every step runs to the end even when an earlier one
+# fails, so each prints its summary; the script fails if any did.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -31,8 +32,16 @@ run_preset() {
 run_preset linux ctest --preset linux
 run_preset windows "${windows_ctest[@]}"
 
+echo "=== package"
+if bash scripts/package.sh; then
+  echo "=== package: passed"
+else
+  echo "=== package: FAILED"
+  failed+=(package)
+fi
+
 if ((${#failed[@]})); then
-  echo "test.sh: failed presets: ${failed[*]}" >&2
+  echo "test.sh: failed: ${failed[*]}" >&2
   exit 1
 fi
-echo "test.sh: both presets passed"
+echo "test.sh: both presets and the package passed"

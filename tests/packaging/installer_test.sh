@@ -6,21 +6,24 @@
 #   2. an older version installs silently: files, Add/Remove Programs entry,
 #      the add-in's registration pointing at the installed DLL, the help
 #      shortcut; the host program loads the add-in through that registration;
-#   3. the current version installs over it and over itself, keeping the
-#      user's log and settings, and the host loads the new DLL;
+#   3. the current version installs over it while a stand-in for Outlook
+#      holds the old DLL, then over itself, keeping the user's log and
+#      settings, and the host loads the new DLL;
 #   4. the silent uninstaller (it returns at once and finishes from a copy in
 #      %TEMP%, so it is polled) leaves the registry and the user's folders as
 #      they were before the first install.
 #
-#   tests/packaging/installer_test.sh SOURCE_ROOT VERSION DLL_X64 WORK_DIR [HOST_EXE]
+#   tests/packaging/installer_test.sh SOURCE_ROOT VERSION DLL_X64 WORK_DIR STAND_IN [HOST_EXE]
 #
+# STAND_IN is outlook_stand_in.exe (outlook_stand_in.cpp), which holds the DLL
+# loaded during an upgrade as a running Outlook does.
 # HOST_EXE, when given, is run as `HOST_EXE --load-registered Qorvane.Connect`
 # and must exit 0 once it has created and connected the add-in through the
 # per-user registration.
 set -uo pipefail
 
-root=${1:?usage: $0 SOURCE_ROOT VERSION DLL_X64 WORK_DIR [HOST_EXE]}
-version=${2:?} dll_x64=${3:?} work=${4:?} host=${5:-}
+root=${1:?usage: $0 SOURCE_ROOT VERSION DLL_X64 WORK_DIR STAND_IN [HOST_EXE]}
+version=${2:?} dll_x64=${3:?} work=${4:?} stand_in=${5:?} host=${6:-}
 started=$SECONDS
 
 failures=0
@@ -45,7 +48,12 @@ trap 'wineserver -k >/dev/null 2>&1' EXIT
 old_version=0.9.0
 old_setup=$work/Qorvane-Setup-$old_version.exe
 new_setup=$work/Qorvane-Setup-$version.exe
-bash "$root/scripts/make-installer.sh" "$old_setup" "$old_version" "$dll_x64" >/dev/null || die "building the $old_version setup"
+# The "older" DLL: the same code with a few bytes appended after its image
+# (Windows ignores them), so that an upgrade can be seen to replace it.
+old_dll=$work/old/qorvane.dll
+mkdir -p "$work/old"
+{ cat "$dll_x64"; printf 'older version'; } >"$old_dll"
+bash "$root/scripts/make-installer.sh" "$old_setup" "$old_version" "$old_dll" >/dev/null || die "building the $old_version setup"
 bash "$root/scripts/make-installer.sh" "$new_setup" "$version" "$dll_x64" >/dev/null || die "building the $version setup"
 
 wineboot -i >/dev/null 2>&1 || die "wineboot"
@@ -150,6 +158,7 @@ export_hkcu
 for file in qorvane.dll Help.chm License.txt Readme.txt qorvane.ico Uninstall.exe; do
   [[ -s $install_dir/$file ]] || fail "$file was not installed"
 done
+cmp -s "$install_dir/qorvane.dll" "$old_dll" || fail "the installed DLL is not the one of $old_version"
 bash "$root/scripts/check-help.sh" "$install_dir/Help.chm" >"$work/check-help.log" 2>&1 ||
   { fail "the installed Help.chm does not hold the help of packaging/help:"; sed 's/^/  /' "$work/check-help.log"; }
 [[ -f $help_link ]] || fail "no Start menu shortcut to the help"
@@ -193,18 +202,46 @@ printf 'a line of the user log\r\n' >"$install_dir/Qorvane.Log"
 wine reg add 'HKCU\Software\Brendix\Qorvane' /v SendAndExit /d yes /f >/dev/null 2>&1
 wine reg add 'HKCU\Software\VB and VBA Program Settings\Qorvane\Settings' /v IgnoreList /d 'thumbs.db' /f >/dev/null 2>&1
 
-for round in "over $old_version" "over itself"; do
+# A stand-in for Outlook holds the old DLL during the first upgrade, as
+# Outlook does while it runs: the setup must rename it rather than fail, and
+# the next setup must clean the renamed copy up once it is free.
+stop_file=$work/stand-in.stop ready_file=$work/stand-in.ready
+windows_path() { local path=${1//\//\\}; echo "Z:$path"; }
+wine "$stand_in" "$install_dir_win\qorvane.dll" "$(windows_path "$ready_file")" "$(windows_path "$stop_file")" \
+  >"$work/stand-in.log" 2>&1 &
+stand_in_pid=$!
+deadline=$((SECONDS + 60))
+while [[ ! -e $ready_file ]] && ((SECONDS < deadline)); do sleep 0.1; done
+[[ -e $ready_file ]] || die "the Outlook stand-in did not start: $(cat "$work/stand-in.log")"
+
+kept=(qorvane.dll Help.chm License.txt Readme.txt qorvane.ico Uninstall.exe Qorvane.Log)
+upgrade_cases=(
+  "over $old_version while Outlook holds the DLL|qorvane.dll.1.old"
+  "over itself once Outlook let go|"
+)
+for upgrade_case in "${upgrade_cases[@]}"; do
+  IFS='|' read -r round renamed <<<"$upgrade_case"
   run_setup "$new_setup" /S || fail "installing $version $round: exit code $?"
   export_hkcu
   expect_value "$uninst_key" DisplayVersion "\"$version\""
   cmp -s "$install_dir/qorvane.dll" "$dll_x64" || fail "$round: the installed DLL is not the new one"
+  if [[ -n $renamed ]]; then
+    cmp -s "$install_dir/$renamed" "$old_dll" || fail "$round: the DLL in use was not renamed to $renamed"
+  fi
   [[ $(cat "$install_dir/Qorvane.Log" 2>/dev/null) == $'a line of the user log\r' ]] || fail "$round: the user's log was lost"
   expect_value 'HKEY_CURRENT_USER\Software\Brendix\Qorvane' SendAndExit '"yes"'
   expect_value 'HKEY_CURRENT_USER\Software\VB and VBA Program Settings\Qorvane\Settings' IgnoreList '"thumbs.db"'
   expect_value "$addin_key" LoadBehavior dword:00000003
-  leftovers=$(cd "$install_dir" && ls -A | grep -vxE 'qorvane.dll|Help.chm|License.txt|Readme.txt|qorvane.ico|Uninstall.exe|Qorvane.Log')
+  expect_value "HKEY_CURRENT_USER\\Software\\Classes\\CLSID\\$clsid\\InprocServer32" @ \
+    "$(reg_text "$install_dir_win\\qorvane.dll")"
+  leftovers=$(cd "$install_dir" && ls -A | grep -vxF "$(printf '%s\n' "${kept[@]}" $renamed)")
   [[ -z $leftovers ]] || fail "$round: unexpected files in the install folder: $leftovers"
   load_with_host "$version $round"
+
+  if [[ -n $renamed ]]; then
+    touch "$stop_file"
+    wait "$stand_in_pid" || fail "the Outlook stand-in exited $?: $(cat "$work/stand-in.log")"
+  fi
 done
 
 # --- 4. uninstall, the way Add/Remove Programs does it silently
