@@ -17,6 +17,13 @@
 //   RaiseSyncError(code, description)  the running Send/Receive reports an error
 //   SetSafeMailInstalled(bool)         the safe-mail library (un)installed
 //   MarkUnresolvable(recipient)        the address book does not know it
+//   ListAddIn(progId, description)     an add-in registered but not loaded
+//   ConnectAddIn(progId, description, connection)
+//                                      the client loads a C++ add-in of its
+//                                      own world (OnConnection with its objects)
+//   Idle()                             the client's message loop runs until
+//                                      nothing waits (keystrokes typed with
+//                                      SendKeys arrive)
 // The simulated client's fixture is sim_fixture.h, the COM binding's
 // com_fixture.h; both are in ClientFixtures.
 #pragma once
@@ -40,7 +47,8 @@ concept ClientFixture =
     requires(F& f, const Ref<client::MAPIFolder>& folder, const Ref<client::Item>& item,
              const Ref<client::Explorer>& explorer, const Ref<client::Inspector>& inspector,
              const Ref<client::CommandBarControl>& control, const std::vector<Ref<client::Item>>& items,
-             const Ref<client::MailItem>& mail, const std::string& text) {
+             const Ref<client::MailItem>& mail, const std::string& text,
+             const Ref<client::AddInConnection>& connection) {
       { f.App() } -> std::same_as<Ref<client::Application>>;
       { f.AddMail(folder, text, text) } -> std::same_as<Ref<client::MailItem>>;
       { f.OpenExplorer(folder) } -> std::same_as<Ref<client::Explorer>>;
@@ -53,6 +61,9 @@ concept ClientFixture =
       f.RaiseSyncError(1L, text);
       f.SetSafeMailInstalled(true);
       f.MarkUnresolvable(text);
+      f.ListAddIn(text, text);
+      f.ConnectAddIn(text, text, connection);
+      f.Idle();
     };
 
 // Runs a call expected to fail and gives the runtime error number it raised

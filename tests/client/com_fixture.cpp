@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "sim/sim_client.h"
+#include "tests/host/client_window.h"
 #include "tests/host/sim_host.h"
 #include "win/binding/binding.h"
 #include "win/com/apartment.h"
@@ -20,6 +21,8 @@ struct ComFixture::Parts {
   host::SimHost host{sim};
   binding::ComSafeMailFactory safeMail;
   Ref<client::Application> app = binding::WrapApplication(host.Application().get());
+  // The client's window, where keys typed with SendKeys arrive.
+  host::ClientWindow window{sim.Application()};
 
   // The simulated object behind a bound one.
   template <class Target, class Bound>
@@ -34,6 +37,7 @@ ComFixture::ComFixture() : parts_(std::make_unique<Parts>()) {
   parts_->sim.Install();
   client::SetCurrentApplication(parts_->app);
   client::SetSafeMailFactory(&parts_->safeMail);
+  parts_->window.Activate();
 }
 
 ComFixture::~ComFixture() {
@@ -93,5 +97,25 @@ void ComFixture::RaiseSyncError(long code, const std::string& description) {
 void ComFixture::SetSafeMailInstalled(bool installed) { parts_->host.SetSafeMailInstalled(installed); }
 
 void ComFixture::MarkUnresolvable(const std::string& recipient) { parts_->sim.MarkUnresolvable(recipient); }
+
+}  // namespace client_conformance
+
+namespace client_conformance {
+
+void ComFixture::ListAddIn(const std::string& progId, const std::string& description) {
+  parts_->sim.ListAddIn(progId, description);
+}
+
+void ComFixture::ConnectAddIn(const std::string& progId, const std::string& description,
+                              const Ref<client::AddInConnection>& connection) {
+  parts_->sim.ConnectAddIn(progId, description, connection);
+}
+
+void ComFixture::Idle() {
+  // Input typed with SendInput reaches the queue at once; a second round
+  // delivers what the first one's handlers posted.
+  while (host::PumpWaitingMessages() > 0) {
+  }
+}
 
 }  // namespace client_conformance

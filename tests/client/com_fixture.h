@@ -33,6 +33,10 @@ class ComFixture {
   void RaiseSyncError(long code, const std::string& description);
   void SetSafeMailInstalled(bool installed);
   void MarkUnresolvable(const std::string& recipient);
+  void ListAddIn(const std::string& progId, const std::string& description);
+  void ConnectAddIn(const std::string& progId, const std::string& description,
+                    const client::Ref<client::AddInConnection>& connection);
+  void Idle();
 
  private:
   struct Parts;

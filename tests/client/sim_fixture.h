@@ -38,6 +38,13 @@ class SimFixture : sim::SimClient {
   using SimClient::OpenInspector;
   using SimClient::Select;
   using SimClient::SetSafeMailInstalled;
+  using SimClient::ListAddIn;
+  void ConnectAddIn(const std::string& progId, const std::string& description,
+                    const Ref<client::AddInConnection>& connection) {
+    SimClient::ConnectAddIn(progId, description, connection);
+  }
+  // Keystrokes act at once on the simulated client.
+  void Idle() {}
 };
 
 static_assert(ClientFixture<SimFixture>);

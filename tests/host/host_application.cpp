@@ -25,6 +25,7 @@ const MemberTable<client::Application> kApplication = {
     {"ActiveExplorer", [](client::Application& a, const Args&) { return ExposeExplorer(a.ActiveExplorer()); }},
     {"ActiveInspector", [](client::Application& a, const Args&) { return ExposeInspector(a.ActiveInspector()); }},
     {"CreateItem", [](client::Application& a, const Args& args) { return ExposeItem(a.CreateItem(args.Long(0))); }},
+    {"COMAddIns", [](client::Application& a, const Args&) { return ExposeAddIns(a.COMAddIns()); }},
 };
 
 class HostApplication final : public EventSource<client::Application, client::ApplicationEvents> {

@@ -38,6 +38,7 @@ const MemberTable<Control> kCommon = {
      [](Control& c, const Args&, const V& value) { c.Visible(value.ToBool()); }},
     {"Execute", [](Control& c, const Args&) { return c.Execute(), NoValue(); }},
     {"Delete", [](Control& c, const Args&) { return c.Delete(), NoValue(); }},
+    {"Index", [](Control& c, const Args&) { return V(c.Index()); }},
 };
 
 MemberTable<Control> CommonAnd(MemberTable<Control> own) {
@@ -49,6 +50,8 @@ MemberTable<Control> CommonAnd(MemberTable<Control> own) {
 const MemberTable<Control> kButton = CommonAnd({
     {"Style", [](Control& c, const Args&) { return V(c.Style()); },
      [](Control& c, const Args&, const V& value) { c.Style(value.ToLong()); }},
+    {"FaceId", [](Control& c, const Args&) { return V(c.FaceId()); },
+     [](Control& c, const Args&, const V& value) { c.FaceId(value.ToLong()); }},
 });
 
 const MemberTable<Control> kPopup = CommonAnd({

@@ -45,6 +45,22 @@ const MemberTable<client::Folders> kFolders = {
      }},
 };
 
+const MemberTable<client::UserDefinedProperty> kField = {
+    {"Name", [](client::UserDefinedProperty& f, const Args&) { return V(f.Name()); }},
+    {"Type", [](client::UserDefinedProperty& f, const Args&) { return V(f.Type()); }},
+    {"Delete", [](client::UserDefinedProperty& f, const Args&) { return f.Delete(), NoValue(); }},
+};
+
+// Add(Name, Type, DisplayFormat, Formula): the last two are not kept here.
+const MemberTable<client::UserDefinedProperties> kFields = {
+    {"Count", [](client::UserDefinedProperties& f, const Args&) { return V(f.Count()); }},
+    {"Item", [](client::UserDefinedProperties& f, const Args& a) { return Expose(f.Item(a.Long(0)), kField); }},
+    {"Find", [](client::UserDefinedProperties& f, const Args& a) { return Expose(f.Find(a.Text(0)), kField); }},
+    {"Add", [](client::UserDefinedProperties& f, const Args& a) {
+       return Expose(f.Add(a.Text(0), a.Has(1) ? a.Long(1) : client::olText), kField);
+     }},
+};
+
 const MemberTable<client::MAPIFolder> kFolder = {
     {"Class", [](client::MAPIFolder& f, const Args&) { return V(f.Class()); }},
     {"Name", [](client::MAPIFolder& f, const Args&) { return V(f.Name()); }},
@@ -59,6 +75,8 @@ const MemberTable<client::MAPIFolder> kFolder = {
     {"Folders", [](client::MAPIFolder& f, const Args&) { return ExposeFolders(f.Folders()); }},
     {"Items", [](client::MAPIFolder& f, const Args&) { return ExposeItems(f.Items()); }},
     {"Views", [](client::MAPIFolder& f, const Args&) { return ExposeViews(f.Views()); }},
+    {"UserDefinedProperties",
+     [](client::MAPIFolder& f, const Args&) { return Expose(f.UserDefinedProperties(), kFields); }},
 };
 
 }  // namespace

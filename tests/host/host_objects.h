@@ -22,6 +22,8 @@ com::ScopedVariant ExposeInspector(const Ref<client::Inspector>& inspector);
 com::ScopedVariant ExposeCommandBars(const Ref<client::CommandBars>& bars);
 com::ScopedVariant ExposeControl(const Ref<client::CommandBarControl>& control);
 com::ScopedVariant ExposeSyncObjects(const Ref<client::SyncObjects>& syncObjects);
+com::ScopedVariant ExposeAddIns(const Ref<client::COMAddIns>& addIns);
+com::ScopedVariant ExposeAddIn(const Ref<client::COMAddIn>& addIn);
 
 // The simulated application behind the host; the store root's parent is
 // its session, which the simulated folder does not give.

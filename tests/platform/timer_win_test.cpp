@@ -63,5 +63,30 @@ TEST(WindowsTimer, ATickMayDestroyItsOwnTimerAndOthersGoOn) {
   EXPECT_EQ(selfTicks, 1);
 }
 
+// What an unloading DLL relies on: with no timer left the hidden window and
+// its class go, and a timer made afterwards brings them back.
+TEST(WindowsTimer, ReleasingTheWindowWaitsForTheLastTimerAndTimersComeBackAfter) {
+  const auto windowExists = [] { return FindWindowExW(HWND_MESSAGE, nullptr, L"QorvaneTimerWindow", nullptr) != nullptr; };
+  int ticks = 0;
+  auto timer = PlatformTimerService().CreateTimer([&] { ++ticks; });
+  timer->Start(20);
+  ReleasePlatformTimers();
+  EXPECT_TRUE(windowExists()) << "a timer still exists";
+  ASSERT_TRUE(PumpUntil([&] { return ticks >= 1; }, 5000));
+  timer.reset();
+  ReleasePlatformTimers();
+  EXPECT_FALSE(windowExists());
+  WNDCLASSEXW windowClass{};
+  windowClass.cbSize = sizeof windowClass;
+  HMODULE module = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                     reinterpret_cast<LPCWSTR>(&PlatformTimerService), &module);
+  EXPECT_FALSE(GetClassInfoExW(module, L"QorvaneTimerWindow", &windowClass)) << "the class is unregistered";
+  ticks = 0;
+  timer = PlatformTimerService().CreateTimer([&] { ++ticks; });
+  timer->Start(20);
+  EXPECT_TRUE(PumpUntil([&] { return ticks >= 2; }, 5000));
+}
+
 }  // namespace
 }  // namespace qorvane
