@@ -17,9 +17,9 @@
 #
 # STAND_IN is outlook_stand_in.exe (outlook_stand_in.cpp), which holds the DLL
 # loaded during an upgrade as a running Outlook does.
-# HOST_EXE, when given, is run as `HOST_EXE --load-registered Qorvane.Connect`
-# and must exit 0 once it has created and connected the add-in through the
-# per-user registration.
+# HOST_EXE, when given, is load_installed_addin.exe: it is run as
+# `HOST_EXE INSTALLED_DLL` and must exit 0 once it has loaded, connected and
+# stopped the add-in through the per-user registration.
 set -uo pipefail
 
 root=${1:?usage: $0 SOURCE_ROOT VERSION DLL_X64 WORK_DIR STAND_IN [HOST_EXE]}
@@ -189,7 +189,7 @@ expect_value "HKEY_CURRENT_USER\\Software\\Classes\\CLSID\\$clsid\\InprocServer3
 # does, from the per-user registration, and connects it.
 load_with_host() {
   [[ -n $host ]] || return 0
-  wine "$host" --load-registered Qorvane.Connect >"$work/host.log" 2>&1 ||
+  wine "$host" "$install_dir_win\\qorvane.dll" >"$work/host.log" 2>&1 ||
     { fail "$1: the host could not load the installed add-in:"; sed 's/^/  /' "$work/host.log"; }
 }
 load_with_host "version $old_version"
@@ -198,9 +198,13 @@ load_with_host "version $old_version"
 
 phase "upgrade to $version"
 
-printf 'a line of the user log\r\n' >"$install_dir/Qorvane.Log"
-wine reg add 'HKCU\Software\Brendix\Qorvane' /v SendAndExit /d yes /f >/dev/null 2>&1
-wine reg add 'HKCU\Software\VB and VBA Program Settings\Qorvane\Settings' /v IgnoreList /d 'thumbs.db' /f >/dev/null 2>&1
+# What the user made, laid down before each upgrade: the add-in started by
+# the host consumes SendAndExit, and adds its own lines to the log.
+user_state() {
+  printf 'a line of the user log\r\n' >"$install_dir/Qorvane.Log"
+  wine reg add 'HKCU\Software\Brendix\Qorvane' /v SendAndExit /d yes /f >/dev/null 2>&1
+  wine reg add 'HKCU\Software\VB and VBA Program Settings\Qorvane\Settings' /v IgnoreList /d 'thumbs.db' /f >/dev/null 2>&1
+}
 
 # A stand-in for Outlook holds the old DLL during the first upgrade, as
 # Outlook does while it runs: the setup must rename it rather than fail, and
@@ -221,6 +225,7 @@ upgrade_cases=(
 )
 for upgrade_case in "${upgrade_cases[@]}"; do
   IFS='|' read -r round renamed <<<"$upgrade_case"
+  user_state
   run_setup "$new_setup" /S || fail "installing $version $round: exit code $?"
   export_hkcu
   expect_value "$uninst_key" DisplayVersion "\"$version\""
