@@ -17,8 +17,9 @@
 ;   /S                  silent: no questions, 64-bit when no Outlook is found
 ;   /BITNESS=32|64      install for this Outlook bitness, without detecting it
 ;   /D=folder           install there (must come last; NSIS's own option)
-; Exit codes: 0 done, 1 cancelled by the user, 2 bad command line or no DLL
-; for that bitness, 3 the add-in could not be registered.
+; Exit codes: 0 done, 1 cancelled by the user, 2 bad command line, no DLL
+; for that bitness or a file that could not be written, 3 the add-in could
+; not be registered.
 ;
 ; Registration has ONE owner: the DLL itself (DllRegisterServer /
 ; DllUnregisterServer, run through the regsvr32 of the DLL's bitness). The
@@ -37,6 +38,9 @@ Target amd64-unicode
 RequestExecutionLevel user
 SetCompressor /SOLID lzma
 ManifestDPIAware true
+; A file that cannot be written fails the setup (Retry/Abort; silent: exit
+; code 2) rather than leaving an old file behind a reported success.
+AllowSkipFiles off
 
 !ifndef VERSION | OUTFILE | DLL_X64 | HELP_CHM
   !error "VERSION, OUTFILE, DLL_X64 and HELP_CHM must be defined (scripts/make-installer.sh does)"
