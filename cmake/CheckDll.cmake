@@ -1,11 +1,21 @@
-# Fails unless the add-in DLL exports exactly the four functions COM and
-# regsvr32 look up, by their plain names, and imports only system DLLs.
-# Run with -DOBJDUMP=<objdump> -DFILE=<dll> -P CheckDll.cmake.
+# Fails unless the add-in DLL is of the expected bitness (the client loads
+# only its own), exports exactly the four functions COM and regsvr32 look
+# up, by their plain names, and imports only system DLLs.
+# Run with -DOBJDUMP=<objdump> -DFILE=<dll> -DPOINTER_SIZE=<4|8> -P CheckDll.cmake.
 cmake_minimum_required(VERSION 3.25)
 set(expected DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer)
 execute_process(COMMAND ${OBJDUMP} -p ${FILE} OUTPUT_VARIABLE dump RESULT_VARIABLE failed)
 if(failed)
   message(FATAL_ERROR "${OBJDUMP} cannot read ${FILE}")
+endif()
+# PE32 (magic 010b) for 32-bit, PE32+ (020b) for 64-bit.
+if(POINTER_SIZE EQUAL 4)
+  set(magic 010b)
+else()
+  set(magic 020b)
+endif()
+if(NOT dump MATCHES "Magic[ \t]+${magic}")
+  message(FATAL_ERROR "${FILE} is not a ${POINTER_SIZE}-byte-pointer DLL (PE magic ${magic} expected)")
 endif()
 # The export table lists "[   n] +base[   m] NAME" lines after its header.
 string(REGEX MATCH "\\[Ordinal/Name Pointer\\] Table[^\n]*\n(([ \t]*\\[[^\n]*\n)*)" table "${dump}")

@@ -46,8 +46,10 @@ struct HostOptions {
 };
 
 // What the add-ins' start-up cost the client: from the first OnConnection to
-// the end of the last OnStartupComplete.
+// the end of the last OnStartupComplete; loading the DLLs and creating the
+// objects before is timed apart.
 struct StartupCost {
+  double loadMilliseconds = 0.0;
   double milliseconds = 0.0;
   std::int64_t invokes = 0;        // IDispatch::Invoke on the client's objects
   std::int64_t getIdsOfNames = 0;  // IDispatch::GetIDsOfNames on them
@@ -101,6 +103,7 @@ class HostOutlook {
  private:
   struct LoadedAddIn {
     std::wstring progId;
+    std::string description;
     std::unique_ptr<AddInModule> module;
     qorvane::com::ComPtr<IDispatch> object;
     std::map<std::string, std::string> ribbons;  // ribbon id -> markup
