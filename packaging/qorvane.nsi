@@ -201,9 +201,11 @@ FunctionEnd
 ; ------------------------------------------------------------ registration
 
 ; RunRegsvr32 BITNESS ARGS DLL: runs the regsvr32 of that bitness on DLL and
-; leaves its exit code in $0. This setup is a 64-bit program, so $SYSDIR is
-; the 64-bit system folder and the 32-bit regsvr32 lives in SysWOW64.
+; leaves its exit code in $0 ("not run" when it could not be started). This
+; setup is a 64-bit program, so $SYSDIR is the 64-bit system folder and the
+; 32-bit regsvr32 lives in SysWOW64.
 !macro RunRegsvr32 BITNESS ARGS DLL
+  StrCpy $0 "not run"
   ${If} ${BITNESS} == "32"
     ExecWait '"$WINDIR\SysWOW64\regsvr32.exe" ${ARGS} "${DLL}"' $0
   ${Else}
@@ -273,7 +275,7 @@ Section "Qorvane" SecMain
   ${If} $0 != 0
   ${OrIf} ${Errors}
     Call WriteUninstallEntry
-    MessageBox MB_OK|MB_ICONSTOP "Qorvane was copied to $INSTDIR but could not be registered with Outlook (regsvr32 exit code $0). Outlook will not load it." /SD IDOK
+    MessageBox MB_OK|MB_ICONSTOP "Qorvane was copied to $INSTDIR but could not be registered with Outlook (regsvr32: $0). Outlook will not load it." /SD IDOK
     SetErrorLevel 3
     Abort
   ${EndIf}
@@ -323,7 +325,7 @@ Section "Uninstall"
     DetailPrint "Unregistering the $Bitness-bit add-in"
     !insertmacro RunRegsvr32 $Bitness "/s /u" "$INSTDIR\${DLL_NAME}"
     ${If} $0 != 0
-      DetailPrint "regsvr32 /u failed (exit code $0): Outlook may list Qorvane as not loaded"
+      DetailPrint "regsvr32 /u failed ($0): Outlook may list Qorvane as not loaded"
     ${EndIf}
   ${EndIf}
 
