@@ -53,10 +53,12 @@ new_setup=$work/Qorvane-Setup-$version.exe
 old_dll=$work/old/qorvane.dll
 mkdir -p "$work/old"
 { cat "$dll_x64"; printf 'older version'; } >"$old_dll"
+# The prefix is made (the slow part) while the two setups are built.
+wineboot -i >/dev/null 2>&1 &
+wineboot_pid=$!
 bash "$root/scripts/make-installer.sh" "$old_setup" "$old_version" "$old_dll" >/dev/null || die "building the $old_version setup"
 bash "$root/scripts/make-installer.sh" "$new_setup" "$version" "$dll_x64" >/dev/null || die "building the $version setup"
-
-wineboot -i >/dev/null 2>&1 || die "wineboot"
+wait "$wineboot_pid" || die "wineboot"
 # One server for the whole run: each wine start then costs a fraction of a second.
 wineserver -p
 
