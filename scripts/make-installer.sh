@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Makes the setup program from add-in DLLs that are already built: compiles
-# the help, checks that each DLL is a Windows DLL of the bitness it is given
-# as and exports the four COM entry points, and runs makensis on
-# packaging/qorvane.nsi.
+# the help, checks that each DLL is of the bitness it is given as, exports
+# the four COM entry points and imports only system DLLs, and runs makensis
+# on packaging/qorvane.nsi.
 #
 #   scripts/make-installer.sh OUT_EXE VERSION DLL_X64 [DLL_X86]
 #
@@ -19,26 +19,19 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 command -v makensis >/dev/null ||
   { echo "make-installer: makensis not found (package nsis; run scripts/install-deps.sh)" >&2; exit 1; }
 
-# check_dll PATH OBJDUMP_FORMAT: a DLL for the right machine that Outlook and
-# regsvr32 can use. A 32-bit DLL cannot be run here (see the test), so this
-# is all that is checked of it before it ships.
+# check_dll PATH POINTER_SIZE: a DLL of that bitness that Outlook and
+# regsvr32 can use (cmake/CheckDll.cmake, the build's own check). A 32-bit
+# DLL cannot be run here, so this is all that is checked of it before it ships.
 check_dll() {
-  local dll=$1 format=$2 headers
-  [[ -f $dll ]] || { echo "make-installer: $dll does not exist" >&2; exit 1; }
-  headers=$(objdump -p "$dll" 2>/dev/null) || { echo "make-installer: $dll is not a Windows binary" >&2; exit 1; }
-  grep -q "file format $format\$" <<<"$headers" ||
-    { echo "make-installer: $dll is not $format: $(grep -m1 'file format' <<<"$headers")" >&2; exit 1; }
-  local export
-  for export in DllGetClassObject DllCanUnloadNow DllRegisterServer DllUnregisterServer; do
-    grep -qE "^[[:space:]]*\[[[:space:]]*[0-9]+\][[:space:]]+$export\$" <<<"$headers" ||
-      { echo "make-installer: $dll does not export $export" >&2; exit 1; }
-  done
+  [[ -f $1 ]] || { echo "make-installer: $1 does not exist" >&2; exit 1; }
+  cmake -DOBJDUMP=x86_64-w64-mingw32-objdump -DFILE="$1" -DPOINTER_SIZE="$2" -P "$root/cmake/CheckDll.cmake" >/dev/null ||
+    { echo "make-installer: $1 is not a ${2}-byte-pointer add-in DLL" >&2; exit 1; }
 }
 
-check_dll "$dll_x64" pei-x86-64
+check_dll "$dll_x64" 8
 defines=(-DVERSION="$version" -DDLL_X64="$(realpath "$dll_x64")")
 if [[ -n $dll_x86 ]]; then
-  check_dll "$dll_x86" pei-i386
+  check_dll "$dll_x86" 4
   defines+=(-DDLL_X86="$(realpath "$dll_x86")")
 fi
 
