@@ -3,9 +3,9 @@
 # builds the benchmark without running it), asan (clang with the address and
 # undefined-behaviour sanitizers; its tests include a short run of each fuzz
 # target) and windows (mingw-w64, the tests run under wine); then builds the
-# 32-bit add-in DLL (windows-x86) and checks it. Each runs to the end even
-# when one before it failed, so each prints its ctest summary; the script
-# fails if any did.
+# 32-bit add-in DLL (windows-x86) and checks it, and builds the setup program
+# from both DLLs (scripts/package.sh). Each runs to the end even when one
+# before it failed, so each prints its summary; the script fails if any did.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -38,8 +38,16 @@ run_preset windows "${windows_ctest[@]}"
 # imports checked; the wine here cannot run 32-bit programs.
 run_preset windows-x86 ctest --preset windows-x86
 
+echo "=== package"
+if bash scripts/package.sh; then
+  echo "=== package: passed"
+else
+  echo "=== package: FAILED"
+  failed+=(package)
+fi
+
 if ((${#failed[@]})); then
-  echo "test.sh: failed presets: ${failed[*]}" >&2
+  echo "test.sh: failed: ${failed[*]}" >&2
   exit 1
 fi
-echo "test.sh: every preset passed"
+echo "test.sh: every preset and the package passed"
