@@ -4,6 +4,7 @@
 #include <commctrl.h>
 #include <oleauto.h>
 
+#include <utility>
 #include <vector>
 
 #include "platform/form_templates.h"
@@ -72,14 +73,21 @@ void DialogDriver::RunNext() {
   }
   HWND active = GetActiveWindow();
   if (steps_.empty() || !ShowsForm(active, steps_.front().form)) return;
+  if (std::chrono::steady_clock::now() - lastRun_ < steps_.front().wait) return;
   // Taken off first: a step may open a modal loop in which the next ones run.
   Step step = std::move(steps_.front());
   steps_.pop_front();
+  lastRun_ = std::chrono::steady_clock::now();
   step.action(active);
 }
 
 DialogDriver& DialogDriver::Do(std::string_view form, Action action) {
-  steps_.push_back({std::string(form), std::move(action)});
+  steps_.push_back({std::string(form), std::move(action), std::exchange(nextWait_, std::chrono::milliseconds(0))});
+  return *this;
+}
+
+DialogDriver& DialogDriver::Pause(std::chrono::milliseconds wait) {
+  nextWait_ = wait;
   return *this;
 }
 

@@ -50,6 +50,8 @@ class DialogDriver {
   DialogDriver& Type(std::string_view form, std::string_view control, std::string_view text);
   DialogDriver& Key(std::string_view form, WPARAM virtualKey);
   DialogDriver& CloseBox(std::string_view form);
+  // The next step waits this long after the one before it ran.
+  DialogDriver& Pause(std::chrono::milliseconds wait);
 
   bool Done() const { return steps_.empty(); }
   bool TimedOut() const { return timedOut_; }
@@ -58,6 +60,7 @@ class DialogDriver {
   struct Step {
     std::string form;
     Action action;
+    std::chrono::milliseconds wait{0};
   };
   static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD);
   void RunNext();
@@ -65,6 +68,8 @@ class DialogDriver {
   std::deque<Step> steps_;
   UINT_PTR timer_ = 0;
   std::chrono::steady_clock::time_point deadline_;
+  std::chrono::steady_clock::time_point lastRun_;
+  std::chrono::milliseconds nextWait_{0};
   bool timedOut_ = false;
 };
 
