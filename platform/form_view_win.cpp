@@ -29,6 +29,7 @@
 #include <commctrl.h>
 #include <oleauto.h>
 
+#include <algorithm>
 #include <cmath>
 #include <exception>
 #include <string>
@@ -163,7 +164,6 @@ class DialogSession {
   void Rebuild(Slot& slot, LONG style);
   void MirrorPlacement();
   void MirrorFocus(HWND focusBefore);
-  bool ShownByForm(const Control& control) const;
 
   Slot* SlotOf(HWND window);
   Slot* SlotById(int id);
@@ -182,6 +182,7 @@ class DialogSession {
   bool ended_ = false;
   bool focusPlaced_ = false;   // the form asked for the focus during Load
   int pendingValidate_ = -1;   // the slot left for another control, to validate
+  int deferredValidate_ = -1;  // the slot left for a control that does not validate
   int pendingList_ = -1;       // a list view whose selection the user changed
   long placedLeft_ = 0;        // the position the window has, in the form's units
   long placedTop_ = 0;
@@ -248,6 +249,11 @@ INT_PTR DialogSession::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case kSettleMessage:
       if (!busy_ && !ended_) Settle();
       return TRUE;
+    case WM_HELP:
+      // F1, wherever the focus is in the dialog.
+      Act([&] { form_.Help(); });
+      SetWindowLongPtrW(dialog_, DWLP_MSGRESULT, TRUE);
+      return TRUE;
     case WM_CTLCOLORSTATIC:
       return LinkColours(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
     case WM_SETCURSOR:
@@ -286,6 +292,11 @@ BOOL DialogSession::Init() {
       }
       SendMessageW(slot.window, WM_SETFONT, reinterpret_cast<WPARAM>(linkFont_.get()), FALSE);
     }
+  }
+
+  // Enter presses the form's default button, whatever the template says.
+  if (Slot* chosen = SlotByName(form_.defaultButton)) {
+    SendMessageW(dialog_, DM_SETDEFID, static_cast<WPARAM>(GetDlgCtrlID(chosen->window)), 0);
   }
 
   // The form learns its size (and where the dialog manager put it) before Load.
@@ -359,9 +370,10 @@ bool DialogSession::Settle() {
 void DialogSession::OnCommand(int id, int code, HWND from) {
   if (mirroring_ || ended_) return;
   if (id == IDCANCEL && code == BN_CLICKED) {
-    // Esc presses the form's cancel button; a form without one reads it as
-    // its close box. A cancel button that is off does nothing.
-    Slot* cancel = SlotById(IDCANCEL);
+    // Esc presses the form's cancel button (the about box's is its OK); a
+    // form without one reads it as its close box. A cancel button that is
+    // off does nothing.
+    Slot* cancel = SlotByName(form_.cancelButton);
     if (!cancel) {
       SendMessageW(dialog_, WM_CLOSE, 0, 0);
       return;
@@ -473,7 +485,21 @@ void DialogSession::FocusLeft(HWND control, HWND next) noexcept {
   // Only a move to another control of this dialog validates: not a switch to
   // another window, nor a click inside a control's own parts.
   if (!from || !to || from == to) return;
-  if (pendingValidate_ < 0) pendingValidate_ = static_cast<int>(from - slots_.data());
+  // A move onto a control that does not validate (Cancel) leaves the field
+  // owing its validation until the focus moves on to one that does.
+  const int leaving = deferredValidate_ >= 0 ? deferredValidate_ : static_cast<int>(from - slots_.data());
+  bool validates = true;
+  try {
+    validates = form_[to->name].causesValidation;
+  } catch (...) {
+  }
+  if (!validates) {
+    deferredValidate_ = leaving;
+    return;
+  }
+  deferredValidate_ = -1;
+  if (&slots_[static_cast<std::size_t>(leaving)] == to) return;
+  if (pendingValidate_ < 0) pendingValidate_ = leaving;
   PostMessageW(dialog_, kSettleMessage, 0, 0);
 }
 
@@ -558,7 +584,7 @@ void DialogSession::MirrorControl(Slot& slot, const Control& control) {
       break;
   }
   if (static_cast<bool>(IsWindowEnabled(slot.window)) != control.enabled) EnableWindow(slot.window, control.enabled);
-  const bool shown = ShownByForm(control);
+  const bool shown = form_.Shown(control.name);
   if (HasStyle(slot.window, WS_VISIBLE) != shown) ShowWindow(slot.window, shown ? SW_SHOWNA : SW_HIDE);
 }
 
@@ -585,18 +611,29 @@ void DialogSession::MirrorList(Slot& slot, const Control& control) {
   if (!slot.listed || slot.columns != control.columns) {
     while (SendMessageW(slot.window, LVM_DELETECOLUMN, 0, 0)) {
     }
-    // The first column (a name) gets a third of the width, the others share the rest.
+    // The form's widths are kept as shares of the list's width (the
+    // template, not the form, decides how wide the list is); without them the
+    // first column (a name) gets a third, the others share the rest.
     RECT client = {};
     GetClientRect(slot.window, &client);
     const int width = client.right - GetSystemMetrics(SM_CXVSCROLL);
     const int count = static_cast<int>(control.columns.size());
+    double shares = 0;
+    for (int i = 0; i < count && i < static_cast<int>(control.columnWidths.size()); ++i) {
+      shares += std::max(0L, control.columnWidths[static_cast<std::size_t>(i)]);
+    }
+    const bool shared = control.columnWidths.size() >= control.columns.size() && shares > 0;
     for (int i = 0; i < count; ++i) {
       std::wstring heading = WideFromUtf8(control.columns[static_cast<std::size_t>(i)]);
       LVCOLUMNW column = {};
       column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
       column.pszText = heading.data();
       column.iSubItem = i;
-      column.cx = count == 1 ? width : i == 0 ? width / 3 : (width - width / 3) / (count - 1);
+      if (shared) {
+        column.cx = static_cast<int>(std::lround(width * std::max(0L, control.columnWidths[static_cast<std::size_t>(i)]) / shares));
+      } else {
+        column.cx = count == 1 ? width : i == 0 ? width / 3 : (width - width / 3) / (count - 1);
+      }
       SendMessageW(slot.window, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column));
     }
     slot.columns = control.columns;
@@ -713,18 +750,6 @@ void DialogSession::MirrorFocus(HWND focusBefore) {
   if (!next || !IsUsable(next)) return;
   SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
   if (Slot* slot = SlotOf(next)) form_.activeControl = slot->name;
-}
-
-// A control shows when it and every container around it (a page, a group)
-// is visible.
-bool DialogSession::ShownByForm(const Control& control) const {
-  const Control* current = &control;
-  for (int depth = 0; depth < 16; ++depth) {
-    if (!current->visible) return false;
-    if (current->container.empty() || !form_.Has(current->container)) return true;
-    current = &form_[current->container];
-  }
-  return true;
 }
 
 INT_PTR DialogSession::LinkColours(HDC dc, HWND label) {

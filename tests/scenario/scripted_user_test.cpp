@@ -85,7 +85,7 @@ class ScriptedUserTest : public ::testing::Test {
   qorvane::testing::ScopedLogFolder log_;
   RecordedBoxes boxes_;
   ScriptedUser user_;
-  ScopedDialogService installed_{user_};
+  ScopedFormView installed_{user_};
   DialogHandOver saved_ = g_HandOver;
   std::shared_ptr<CMailProps> record_;
 };
@@ -209,7 +209,7 @@ TEST_F(ScriptedUserTest, RefusalsShowTheDialogsMessages) {
 }
 
 TEST_F(ScriptedUserTest, TheAboutBoxIsOnlyShown) {
-  user_.ShowAbout();
+  dialogs::CurrentDialogService().ShowAbout();
   EXPECT_EQ(user_.Count("frmAbout"), 1u);
 }
 

@@ -20,6 +20,23 @@ bool IsDialogWindow(HWND window) {
   return window && GetClassNameW(window, name, 16) && std::wstring_view(name) == L"#32770";
 }
 
+// A step's form name for a message box, which shows no form.
+constexpr std::string_view kMessageBox = "(message box)";
+// The static control that holds a message box's text, in Windows and wine.
+constexpr int kMessageBoxTextId = 0xFFFF;
+
+bool IsMessageBox(HWND window) {
+  if (!IsDialogWindow(window) || !GetDlgItem(window, kMessageBoxTextId)) return false;
+  for (const forms::FormTemplate& layout : forms::FormTemplates()) {
+    if (ShowsForm(window, layout.form)) return false;
+  }
+  return true;
+}
+
+bool StepMayRun(HWND active, std::string_view form) {
+  return form == kMessageBox ? IsMessageBox(active) : ShowsForm(active, form);
+}
+
 BOOL CALLBACK CollectDialogs(HWND window, LPARAM list) {
   if (IsDialogWindow(window)) reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
   return TRUE;
@@ -72,7 +89,9 @@ void DialogDriver::RunNext() {
     return;
   }
   HWND active = GetActiveWindow();
-  if (steps_.empty() || !ShowsForm(active, steps_.front().form)) return;
+  // A modal dialog is active (its first control has the focus) a moment
+  // before its loop shows it; a person acts on what they see.
+  if (steps_.empty() || !IsWindowVisible(active) || !StepMayRun(active, steps_.front().form)) return;
   if (std::chrono::steady_clock::now() - lastRun_ < steps_.front().wait) return;
   // Taken off first: a step may open a modal loop in which the next ones run.
   Step step = std::move(steps_.front());
@@ -94,7 +113,16 @@ DialogDriver& DialogDriver::Pause(std::chrono::milliseconds wait) {
 DialogDriver& DialogDriver::Click(std::string_view form, std::string_view control) {
   std::string name(control), formName(form);
   return Do(form, [name, formName](HWND dialog) {
-    PostMessageW(ControlWindow(dialog, formName, name), BM_CLICK, 0, 0);
+    HWND target = ControlWindow(dialog, formName, name);
+    wchar_t kind[16] = {};
+    GetClassNameW(target, kind, 16);
+    if (std::wstring_view(kind) == L"Static") {
+      // A label that notifies (a link) hears the mouse, not BM_CLICK.
+      PostMessageW(target, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+      PostMessageW(target, WM_LBUTTONUP, 0, MAKELPARAM(1, 1));
+    } else {
+      PostMessageW(target, BM_CLICK, 0, 0);
+    }
   });
 }
 
@@ -160,8 +188,22 @@ DialogDriver& DialogDriver::Type(std::string_view form, std::string_view control
 DialogDriver& DialogDriver::Key(std::string_view form, WPARAM virtualKey) {
   return Do(form, [virtualKey](HWND dialog) {
     HWND target = GetFocus() ? GetFocus() : dialog;
+    if (virtualKey == VK_F1) {
+      // A posted key skips the system's own F1 handling, which hands the
+      // focused window WM_KEYF1; its default handling asks for help (WM_HELP).
+      constexpr UINT kKeyF1 = 0x004D;
+      PostMessageW(target, kKeyF1, 0, 0);
+      return;
+    }
     PostMessageW(target, WM_KEYDOWN, virtualKey, 1);
     PostMessageW(target, WM_KEYUP, virtualKey, 0xC0000001);
+  });
+}
+
+DialogDriver& DialogDriver::Answer(int button) {
+  return Do(kMessageBox, [this, button](HWND box) {
+    messages_.push_back(TextOf(GetDlgItem(box, kMessageBoxTextId)));
+    PostMessageW(GetDlgItem(box, button), BM_CLICK, 0, 0);
   });
 }
 

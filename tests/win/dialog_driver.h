@@ -4,7 +4,8 @@
 // themselves would: BM_CLICK; DTM_SETSYSTEMTIME followed by the
 // DTN_DATETIMECHANGE the user's change sends; CB_SETCURSEL with
 // CBN_SELCHANGE; LVM_SETITEMSTATE; focus moves; typed characters; keys the
-// dialog manager handles (Enter, Esc); the close box.
+// dialog manager handles (Enter, Esc, F1); the close box; the button of a
+// message box the dialog shows.
 //
 // A driver whose steps have not all run within its time limit closes every
 // dialog of the thread (through the close box), so that a test fails instead
@@ -19,6 +20,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qorvane::testing {
 
@@ -50,11 +52,16 @@ class DialogDriver {
   DialogDriver& Type(std::string_view form, std::string_view control, std::string_view text);
   DialogDriver& Key(std::string_view form, WPARAM virtualKey);
   DialogDriver& CloseBox(std::string_view form);
+  // Once a message box is the active window: keeps its text (Messages())
+  // and presses the button of that id (IDOK, IDCANCEL, IDYES...).
+  DialogDriver& Answer(int button);
   // The next step waits this long after the one before it ran.
   DialogDriver& Pause(std::chrono::milliseconds wait);
 
   bool Done() const { return steps_.empty(); }
   bool TimedOut() const { return timedOut_; }
+  // The texts of the message boxes answered, in order.
+  const std::vector<std::wstring>& Messages() const { return messages_; }
 
  private:
   struct Step {
@@ -71,6 +78,7 @@ class DialogDriver {
   std::chrono::steady_clock::time_point lastRun_;
   std::chrono::milliseconds nextWait_{0};
   bool timedOut_ = false;
+  std::vector<std::wstring> messages_;
 };
 
 }  // namespace qorvane::testing

@@ -18,6 +18,7 @@
 #include "platform/form_templates.h"
 #include "platform/screen_metrics.h"
 #include "sample_forms.h"
+#include "scoped_screen.h"
 #include "win/com/common_controls.h"
 #include "win/com/wide_text.h"
 
@@ -26,23 +27,6 @@ namespace {
 
 using forms::Control;
 using forms::ControlKind;
-
-// A screen of 96 dots per inch, so that placements in twips are exact pixels.
-class ScopedScreen {
- public:
-  ScopedScreen() {
-    ScreenMetrics pinned = PlatformScreenMetrics();
-    pinned.unitsPerPixelX = pinned.unitsPerPixelY = 15.0;
-    metrics_ = pinned;
-    SetScreenMetrics(&metrics_);
-  }
-  ~ScopedScreen() { SetScreenMetrics(nullptr); }
-  ScopedScreen(const ScopedScreen&) = delete;
-  ScopedScreen& operator=(const ScopedScreen&) = delete;
-
- private:
-  ScreenMetrics metrics_;
-};
 
 bool Checked(HWND button) { return SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED; }
 bool Visible(HWND window) { return (GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0; }
@@ -313,6 +297,26 @@ TEST(FormView, ARefusedValidationKeepsTheFocusAndDropsTheClickThatMovedIt) {
   EXPECT_EQ((*form)["txtOccurrences"].text, "5");
 }
 
+TEST(FormView, CancelClosesWithoutValidatingTheFieldItLeaves) {
+  auto form = SampleRecurrence();
+  form->onValidate = [](SampleForm& f, std::string_view control) {
+    return control != "txtOccurrences" || f["txtOccurrences"].text != "0";
+  };
+  DialogDriver driver;
+  driver.Type("frmRecurrence", "txtOccurrences", "0");
+  // Onto Cancel and back: the field still owes its validation.
+  driver.Focus("frmRecurrence", "btnCancel").Focus("frmRecurrence", "txtInterval2");
+  driver.Do("frmRecurrence", [&](HWND dialog) {
+    EXPECT_EQ(GetFocus(), ControlWindow(dialog, "frmRecurrence", "txtOccurrences"));
+    EXPECT_EQ(form->Count("Validate txtOccurrences"), 1);
+  });
+  driver.Click("frmRecurrence", "btnCancel");
+  forms::ShowModal(*form);
+  ASSERT_TRUE(driver.Done());
+  EXPECT_EQ(form->Count("Validate txtOccurrences"), 1);
+  EXPECT_EQ(form->calls.back(), "Click btnCancel");
+}
+
 TEST(FormView, ListRowsSelectedTogetherReachTheFormAsOneClick) {
   auto form = SampleAttachments();
   form->onClick = [](SampleForm& f, std::string_view control) {
@@ -444,13 +448,14 @@ TEST(FormView, TheDialogGoesWhereTheFormPutsItAndStaysOnTopWhenAsked) {
   EXPECT_TRUE(driver.Done());
 }
 
-// Enter presses the default button, Esc the form's Cancel button, or the
-// close box of a form that has none.
+// Enter presses the form's default button, Esc its Cancel button (the
+// about box's OK), or the close box of a form that has none; F1 asks for help.
 struct KeyCase {
   const char* form;
   const char* focus;  // where the user is when pressing the key
   WPARAM key;
   const char* call;
+  bool withoutCancelButton = false;
 };
 
 class DialogKeys : public ::testing::TestWithParam<KeyCase> {};
@@ -458,13 +463,18 @@ class DialogKeys : public ::testing::TestWithParam<KeyCase> {};
 TEST_P(DialogKeys, PressTheButtonsTheUserExpects) {
   const KeyCase& c = GetParam();
   auto form = SampleByName(c.form);
+  if (c.withoutCancelButton) form->cancelButton.clear();
   DialogDriver driver;
   driver.Focus(c.form, c.focus).Key(c.form, c.key);
+  // Help leaves the dialog open.
+  if (c.key == VK_F1) driver.CloseBox(c.form);
   forms::ShowModal(*form);
   ASSERT_TRUE(driver.Done());
   EXPECT_FALSE(driver.TimedOut());
   EXPECT_TRUE(form->unloaded);
-  EXPECT_EQ(form->calls.back(), c.call);
+  const std::vector<std::string> actions = form->Actions();
+  ASSERT_GE(actions.size(), 2u);
+  EXPECT_EQ(actions[1], c.call);
 }
 
 INSTANTIATE_TEST_SUITE_P(FormView, DialogKeys,
@@ -473,8 +483,11 @@ INSTANTIATE_TEST_SUITE_P(FormView, DialogKeys,
                                            KeyCase{"frmOnce", "ctlTime", VK_ESCAPE, "Click btnCancel"},
                                            KeyCase{"frmRecurrence", "txtOccurrences", VK_RETURN, "Click btnOK"},
                                            KeyCase{"frmAttachments", "lvFiles", VK_ESCAPE, "Click btnCancel"},
-                                           KeyCase{"frmAbout", "btnHelp", VK_ESCAPE, "QueryClose"},
-                                           KeyCase{"frmAbout", "btnOK", VK_RETURN, "Click btnOK"}));
+                                           KeyCase{"frmOnce", "ctlTime", VK_ESCAPE, "QueryClose", true},
+                                           KeyCase{"frmAbout", "btnHelp", VK_ESCAPE, "Click btnOK"},
+                                           KeyCase{"frmAbout", "btnOK", VK_RETURN, "Click btnOK"},
+                                           KeyCase{"frmRecurrence", "txtInterval2", VK_F1, "Help"},
+                                           KeyCase{"frmAttachments", "txtIgnore", VK_F1, "Help"}));
 
 TEST(FormView, TheFocusGoesWhereTheFormAsksAndTheDialogIsPerMonitorAware) {
   auto form = SampleRecurrence();

@@ -83,6 +83,14 @@ void SampleForm::QueryClose() {
   unloaded = true;
 }
 
+void SampleForm::Help() { Record("Help"); }
+
+void SampleForm::SetButtons(std::string ok, std::string cancel) {
+  defaultButton = std::move(ok);
+  cancelButton = std::move(cancel);
+  if (cancelButton != defaultButton) (*this)[cancelButton].causesValidation = false;
+}
+
 std::unique_ptr<SampleForm> SampleOnce() {
   auto form = std::make_unique<SampleForm>();
   form->name = "frmOnce";
@@ -99,6 +107,7 @@ std::unique_ptr<SampleForm> SampleOnce() {
   form->Add("btnOk", ControlKind::Button, "", "Qorvane");
   form->Add("btnCancel", ControlKind::Button, "", "Cancel");
   form->Add("btnHelp", ControlKind::Button, "", "&Help");
+  form->SetButtons("btnOk", "btnCancel");
   form->fill_ = [](SampleForm& f) {
     f["ctlDate"].value = kSampleSendTime;
     f["ctlTime"].value = kSampleSendTime;
@@ -187,6 +196,7 @@ std::unique_ptr<SampleForm> SampleRecurrence() {
   f.Add("btnOK", ControlKind::Button, "", "Qorvane");
   f.Add("btnCancel", ControlKind::Button, "", "Cancel");
   f.Add("btnRemoveRec", ControlKind::Button, "", "Remove Recurrence");
+  f.SetButtons("btnOK", "btnCancel");
   f.Add("btnAttachments", ControlKind::Button, "", "Attachments");
 
   f.fill_ = [](SampleForm& s) {
@@ -231,6 +241,7 @@ std::unique_ptr<SampleForm> SampleAttachments() {
   form->Add("chkIgnore", ControlKind::CheckBox, "Frame1", "Ignore System && Hidden Files");
   form->Add("btnOK", ControlKind::Button, "", "OK");
   form->Add("btnCancel", ControlKind::Button, "", "Cancel");
+  form->SetButtons("btnOK", "btnCancel");
   form->fill_ = [](SampleForm& f) {
     f["lvFiles"].rows = {{{"summary.pdf", "C:\\Reports\\summary.pdf"}, false},
                          {{"<LastModificated>", "C:\\Data\\"}, false},
@@ -254,6 +265,7 @@ std::unique_ptr<SampleForm> SampleAbout() {
   form->Add("btnOK", ControlKind::Button, "", "OK");
   form->Add("btnHelp", ControlKind::Button, "", "&Help");
   form->Add("btnBugReport", ControlKind::Button, "", "&Bug Report");
+  form->SetButtons("btnOK", "btnOK");
   return form;
 }
 

@@ -4,7 +4,7 @@
 // dialogs' own logic.
 //
 // Defaults: Load fills the controls as the dialogs open; a click on btnOk,
-// btnOK or btnCancel unloads; the recurrence form's pattern options show
+// btnOK or btnCancel unloads; Enter and Esc press them as in the dialogs; the recurrence form's pattern options show
 // their page alone. A test adds to or replaces these through the hooks.
 #pragma once
 
@@ -45,6 +45,10 @@ class SampleForm : public forms::Form {
   void Change(std::string_view controlName) override;
   bool Validate(std::string_view controlName) override;
   void QueryClose() override;
+  void Help() override;
+
+  // The buttons Enter and Esc press; a Cancel apart from OK does not validate.
+  void SetButtons(std::string ok, std::string cancel);
 
  private:
   void Record(std::string call);
