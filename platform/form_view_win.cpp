@@ -31,6 +31,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <exception>
 #include <string>
 #include <utility>
@@ -611,26 +612,27 @@ void DialogSession::MirrorList(Slot& slot, const Control& control) {
   if (!slot.listed || slot.columns != control.columns) {
     while (SendMessageW(slot.window, LVM_DELETECOLUMN, 0, 0)) {
     }
-    // The form's widths are kept as shares of the list's width (the
-    // template, not the form, decides how wide the list is); without them the
-    // first column (a name) gets a third, the others share the rest.
+    // The columns get the form's widths and the last one what is left of
+    // the list (the template, not the form, decides how wide the list is);
+    // without widths the first column (a name) gets a third, the others
+    // share the rest.
     RECT client = {};
     GetClientRect(slot.window, &client);
     const int width = client.right - GetSystemMetrics(SM_CXVSCROLL);
     const int count = static_cast<int>(control.columns.size());
-    double shares = 0;
-    for (int i = 0; i < count && i < static_cast<int>(control.columnWidths.size()); ++i) {
-      shares += std::max(0L, control.columnWidths[static_cast<std::size_t>(i)]);
-    }
-    const bool shared = control.columnWidths.size() >= control.columns.size() && shares > 0;
+    const bool sized = count > 0 && control.columnWidths.size() >= control.columns.size();
+    const double unitsPerPixel = CurrentScreenMetrics().unitsPerPixelX;
+    int left = width;
     for (int i = 0; i < count; ++i) {
       std::wstring heading = WideFromUtf8(control.columns[static_cast<std::size_t>(i)]);
       LVCOLUMNW column = {};
       column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
       column.pszText = heading.data();
       column.iSubItem = i;
-      if (shared) {
-        column.cx = static_cast<int>(std::lround(width * std::max(0L, control.columnWidths[static_cast<std::size_t>(i)]) / shares));
+      if (sized) {
+        const int own = ToPixels(std::max(0L, control.columnWidths[static_cast<std::size_t>(i)]), unitsPerPixel);
+        column.cx = i + 1 < count ? std::min(own, left) : std::max(left, own / 2);
+        left -= column.cx;
       } else {
         column.cx = count == 1 ? width : i == 0 ? width / 3 : (width - width / 3) / (count - 1);
       }
@@ -752,9 +754,21 @@ void DialogSession::MirrorFocus(HWND focusBefore) {
   if (Slot* slot = SlotOf(next)) form_.activeControl = slot->name;
 }
 
+// The system's link colour, unless it barely stands out from the dialog's
+// face (wine's default colours make it a light grey on a light grey).
+COLORREF LinkColour() {
+  const auto lightness = [](COLORREF colour) {
+    return (GetRValue(colour) * 299 + GetGValue(colour) * 587 + GetBValue(colour) * 114) / 1000;
+  };
+  const COLORREF link = GetSysColor(COLOR_HOTLIGHT);
+  constexpr int kReadable = 96;  // of 255
+  if (std::abs(lightness(link) - lightness(GetSysColor(COLOR_BTNFACE))) >= kReadable) return link;
+  return RGB(0, 102, 204);
+}
+
 INT_PTR DialogSession::LinkColours(HDC dc, HWND label) {
   if (!linkFont_ || !OverLink(label)) return FALSE;
-  SetTextColor(dc, GetSysColor(COLOR_HOTLIGHT));
+  SetTextColor(dc, LinkColour());
   SetBkMode(dc, TRANSPARENT);
   return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_BTNFACE));
 }

@@ -20,8 +20,6 @@ bool IsDialogWindow(HWND window) {
   return window && GetClassNameW(window, name, 16) && std::wstring_view(name) == L"#32770";
 }
 
-// A step's form name for a message box, which shows no form.
-constexpr std::string_view kMessageBox = "(message box)";
 // The static control that holds a message box's text, in Windows and wine.
 constexpr int kMessageBoxTextId = 0xFFFF;
 
@@ -34,7 +32,7 @@ bool IsMessageBox(HWND window) {
 }
 
 bool StepMayRun(HWND active, std::string_view form) {
-  return form == kMessageBox ? IsMessageBox(active) : ShowsForm(active, form);
+  return form == kMessageBoxStep ? IsMessageBox(active) : ShowsForm(active, form);
 }
 
 BOOL CALLBACK CollectDialogs(HWND window, LPARAM list) {
@@ -201,7 +199,7 @@ DialogDriver& DialogDriver::Key(std::string_view form, WPARAM virtualKey) {
 }
 
 DialogDriver& DialogDriver::Answer(int button) {
-  return Do(kMessageBox, [this, button](HWND box) {
+  return Do(kMessageBoxStep, [this, button](HWND box) {
     messages_.push_back(TextOf(GetDlgItem(box, kMessageBoxTextId)));
     PostMessageW(GetDlgItem(box, button), BM_CLICK, 0, 0);
   });

@@ -30,6 +30,9 @@ HWND ControlWindow(HWND dialog, std::string_view form, std::string_view control)
 bool ShowsForm(HWND dialog, std::string_view form);
 std::wstring TextOf(HWND window);
 
+// The form name under which a step waits for a message box (Do, Answer).
+inline constexpr std::string_view kMessageBoxStep = "(message box)";
+
 class DialogDriver {
  public:
   using Action = std::function<void(HWND dialog)>;

@@ -12,6 +12,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -363,6 +364,74 @@ TEST_F(RealDialogs, AboutBoxOpensItsLinksAndHelpAndClosesOnEsc) {
   ExpectFinished(driver);
   EXPECT_EQ(shell.opened, (std::vector<std::string>{kWebPage, std::string("mailto:") + kSupportAddress,
                                                     "help dialog_about.html", "help dialog_about.html"}));
+}
+
+// --- what a person sees --------------------------------------------------------------
+
+// Each control's caption, in the dialog's font, within the control.
+void ExpectNothingClipped(HWND dialog) {
+  for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    wchar_t kind[32] = {};
+    GetClassNameW(child, kind, 32);
+    const std::wstring caption = TextOf(child);
+    RECT place = {};
+    GetClientRect(child, &place);
+    const LONG style = GetWindowLongW(child, GWL_STYLE);
+    if (caption.empty()) continue;
+    if (std::wstring_view(kind) == L"Button" && (style & BS_TYPEMASK) != BS_GROUPBOX) {
+      SIZE ideal = {};
+      SendMessageW(child, BCM_GETIDEALSIZE, 0, reinterpret_cast<LPARAM>(&ideal));
+      EXPECT_LE(ideal.cx, place.right) << "clipped: " << Utf8FromWide(caption.c_str());
+    } else if (std::wstring_view(kind) == L"Static") {
+      HDC dc = GetDC(child);
+      HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(child, WM_GETFONT, 0, 0)));
+      RECT text = {};
+      DrawTextW(dc, caption.c_str(), -1, &text, DT_CALCRECT | DT_SINGLELINE);
+      SelectObject(dc, old);
+      ReleaseDC(child, dc);
+      EXPECT_LE(text.right, place.right) << "clipped: " << Utf8FromWide(caption.c_str());
+    }
+  }
+}
+
+TEST_F(RealDialogs, NoCaptionIsClippedNoColumnCutShortAndLinksReadable) {
+  auto record = OneTimeRecord();
+  record->m_collAttachments = {"C:\\Data\\"};
+  DialogDriver driver;
+  driver.Do("frmOnce", &ExpectNothingClipped);
+  driver.Click("frmOnce", "btnAttachments");
+  driver.Do("frmAttachments", [](HWND dialog) {
+    ExpectNothingClipped(dialog);
+    HWND list = ControlWindow(dialog, "frmAttachments", "lvFiles");
+    const int nameWidth = static_cast<int>(SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(L"<LastModificated>")));
+    EXPECT_GT(SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0), nameWidth + 12) << "the folder row's name is cut short";
+    RECT client = {};
+    GetClientRect(list, &client);
+    const LRESULT both = SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0) + SendMessageW(list, LVM_GETCOLUMNWIDTH, 1, 0);
+    EXPECT_GE(both, client.right - GetSystemMetrics(SM_CXVSCROLL) - 2) << "the columns leave the list half empty";
+  });
+  driver.Click("frmAttachments", "btnCancel");
+  driver.Click("frmOnce", "optRecurrence");
+  driver.Do("frmRecurrence", &ExpectNothingClipped);
+  driver.Click("frmRecurrence", "btnCancel");
+  Schedule(record);
+  ExpectFinished(driver);
+
+  DialogDriver about;
+  about.Do("frmAbout", [](HWND dialog) {
+    ExpectNothingClipped(dialog);
+    // The link's colour as the dialog hands it to the label, against the face.
+    HWND link = ControlWindow(dialog, "frmAbout", "lblWebPage");
+    HDC dc = GetDC(link);
+    SendMessageW(dialog, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(link));
+    const COLORREF text = GetTextColor(dc);
+    ReleaseDC(link, dc);
+    const auto lightness = [](COLORREF c) { return (GetRValue(c) * 299 + GetGValue(c) * 587 + GetBValue(c) * 114) / 1000; };
+    EXPECT_GE(std::abs(lightness(text) - lightness(GetSysColor(COLOR_BTNFACE))), 96) << "the link is hard to read";
+  });
+  about.Key("frmAbout", VK_ESCAPE);
+  dialogs::FormDialogs().ShowAbout();
+  ExpectFinished(about);
 }
 
 }  // namespace
