@@ -90,7 +90,10 @@ std::string Picture(const Form& form) {
     if (top != group) {
       endLine();
       group = top;
-      if (!top.empty()) line = Shown(form[top].caption) + ":";
+      if (!top.empty()) {
+        line = Shown(form[top].caption);
+        if (!line.empty() && line.back() != '.' && line.back() != ':') line += ":";
+      }
     }
     std::string element = Element(control);
     if (!control.enabled) element += " (off)";

@@ -123,6 +123,15 @@ void ScriptedUser::ShowModal(Form& form) {
   Notify(form, "closed");
 }
 
+bool ScriptedUser::Act(Form& form, std::string_view text) {
+  ParsedStep parsed = ParseStep(text);
+  if (!parsed.step) {
+    problems_.push_back(form.name + ": " + parsed.error);
+    return false;
+  }
+  return Play(form, *parsed.step);
+}
+
 bool ScriptedUser::Play(Form& form, const Step& step) {
   try {
     const bool played = PlayStep(form, step);

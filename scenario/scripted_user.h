@@ -73,6 +73,12 @@ class ScriptedUser final : public qorvane::forms::FormView {
 
   void ShowModal(qorvane::forms::Form& form) override;
 
+  // One control step, from its text, played at once against a form that is
+  // already loaded (tests of a dialog's logic drive it with this). False
+  // when the line does not read, the step could not be played or the dialog
+  // refused it; Problems() says which.
+  bool Act(qorvane::forms::Form& form, std::string_view step);
+
  private:
   struct Entry {
     std::variant<Step, Answer> what;
