@@ -21,13 +21,18 @@
 
 #include "dialog_driver.h"
 #include "dialogs/dialog_service.h"
+#include "dialogs/frm_attachments.h"
+#include "dialogs/frm_once.h"
+#include "dialogs/frm_recurrence.h"
 #include "dialogs/hand_over.h"
 #include "infra/ignore_list.h"
 #include "infra/settings.h"
+#include "platform/form_templates.h"
 #include "platform/shell.h"
 #include "schedule/mail_props.h"
 #include "scoped_screen.h"
 #include "store/version.h"
+#include "support/frm_about.h"
 #include "tests/support/test_env.h"
 #include "win/com/wide_text.h"
 
@@ -364,6 +369,37 @@ TEST_F(RealDialogs, AboutBoxOpensItsLinksAndHelpAndClosesOnEsc) {
   ExpectFinished(driver);
   EXPECT_EQ(shell.opened, (std::vector<std::string>{kWebPage, std::string("mailto:") + kSupportAddress,
                                                     "help dialog_about.html", "help dialog_about.html"}));
+}
+
+// --- the templates against the forms ----------------------------------------------
+
+// Every control of a form has its window in the form's template (a page has
+// none: its controls show and hide together), and every window of the
+// template shows a control the form has: a renamed control cannot fall out
+// of sight.
+template <class Form>
+void ExpectTemplateMatches() {
+  Form form;
+  const forms::FormTemplate* layout = forms::FindFormTemplate(form.name);
+  ASSERT_NE(layout, nullptr) << form.name;
+  for (const forms::Control& control : form.controls) {
+    const int id = forms::TemplateControlId(*layout, control.name);
+    if (control.kind == forms::ControlKind::Page) {
+      EXPECT_EQ(id, 0) << form.name << "." << control.name;
+    } else {
+      EXPECT_NE(id, 0) << form.name << "." << control.name << " has no window";
+    }
+  }
+  for (const forms::TemplateControl& entry : layout->controls) {
+    EXPECT_TRUE(form.Has(entry.name)) << form.name << " has no control " << entry.name;
+  }
+}
+
+TEST(DialogTemplates, ShowEveryControlOfTheirForm) {
+  ExpectTemplateMatches<frmOnce>();
+  ExpectTemplateMatches<frmRecurrence>();
+  ExpectTemplateMatches<frmAttachments>();
+  ExpectTemplateMatches<frmAbout>();
 }
 
 // --- what a person sees --------------------------------------------------------------
