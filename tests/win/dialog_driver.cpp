@@ -89,7 +89,7 @@ void DialogDriver::RunNext() {
   HWND active = GetActiveWindow();
   // A modal dialog is active (its first control has the focus) a moment
   // before its loop shows it; a person acts on what they see.
-  if (steps_.empty() || !IsWindowVisible(active) || !StepMayRun(active, steps_.front().form)) return;
+  if (steps_.empty() || !IsWindowVisible(active) || !steps_.front().ready(active)) return;
   if (std::chrono::steady_clock::now() - lastRun_ < steps_.front().wait) return;
   // Taken off first: a step may open a modal loop in which the next ones run.
   Step step = std::move(steps_.front());
@@ -99,7 +99,11 @@ void DialogDriver::RunNext() {
 }
 
 DialogDriver& DialogDriver::Do(std::string_view form, Action action) {
-  steps_.push_back({std::string(form), std::move(action), std::exchange(nextWait_, std::chrono::milliseconds(0))});
+  return DoWhen([name = std::string(form)](HWND active) { return StepMayRun(active, name); }, std::move(action));
+}
+
+DialogDriver& DialogDriver::DoWhen(Ready ready, Action action) {
+  steps_.push_back({std::move(ready), std::move(action), std::exchange(nextWait_, std::chrono::milliseconds(0))});
   return *this;
 }
 

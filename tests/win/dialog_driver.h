@@ -42,8 +42,13 @@ class DialogDriver {
   DialogDriver(const DialogDriver&) = delete;
   DialogDriver& operator=(const DialogDriver&) = delete;
 
+  using Ready = std::function<bool(HWND active)>;
+
   // Any step, once a dialog of the form is active.
   DialogDriver& Do(std::string_view form, Action action);
+  // Any step, once the active window passes `ready` (a system dialog that a
+  // form opened: the open-file dialog, the folder browser).
+  DialogDriver& DoWhen(Ready ready, Action action);
 
   DialogDriver& Click(std::string_view form, std::string_view control);
   // The picker and the combo box get the focus first, as a click into them gives it.
@@ -68,7 +73,7 @@ class DialogDriver {
 
  private:
   struct Step {
-    std::string form;
+    Ready ready;
     Action action;
     std::chrono::milliseconds wait{0};
   };

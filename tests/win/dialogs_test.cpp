@@ -11,8 +11,13 @@
 
 #include <windows.h>
 #include <commctrl.h>
+#include <commdlg.h>
+#include <dlgs.h>
+#include <shlobj.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
@@ -34,6 +39,7 @@
 #include "store/version.h"
 #include "support/frm_about.h"
 #include "tests/support/test_env.h"
+#include "win/com/apartment.h"
 #include "win/com/wide_text.h"
 
 namespace qorvane::testing {
@@ -350,6 +356,53 @@ TEST_F(RealDialogs, AttachmentsRemoveTheSelectedRowsAndSaveTheIgnoreList) {
   saved.Load();
   EXPECT_EQ(saved.ToString(), "thumbs.db, desktop.ini");
   EXPECT_TRUE(saved.IgnoreSysHiden());
+}
+
+// The system's dialogs the attachments dialog opens: the open-file dialog by
+// its title, the folder browser by its tree of folders.
+DialogDriver::Ready TitledDialog(std::wstring title) {
+  return [title](HWND active) { return TextOf(active) == title; };
+}
+bool FolderBrowser(HWND active) { return FindWindowExW(active, nullptr, L"SysTreeView32", nullptr) != nullptr; }
+
+TEST_F(RealDialogs, AttachmentsAddAFileAndAFolderThroughTheSystemsPickers) {
+  const com::ComApartment apartment;  // the folder browser is a shell object
+  const std::filesystem::path file = log_.Folder() / "report.pdf";
+  std::ofstream(file) << "report";
+  const std::filesystem::path folder = log_.Folder() / "Data";
+  std::filesystem::create_directories(folder);
+  auto record = OneTimeRecord();
+  constexpr const char* kForm = "frmAttachments";
+  DialogDriver driver(std::chrono::seconds(30));
+  driver.Click("frmOnce", "btnAttachments").Click(kForm, "btnAddFile");
+  driver.DoWhen(TitledDialog(L"Open File"), [&](HWND box) {
+    wchar_t filter[64] = {};
+    SendMessageW(GetDlgItem(box, cmb1), CB_GETLBTEXT, 0, reinterpret_cast<LPARAM>(filter));
+    EXPECT_STREQ(filter, L"All Files (*.*)");
+    HWND name = GetDlgItem(box, cmb13) ? GetDlgItem(box, cmb13) : GetDlgItem(box, edt1);
+    SetWindowTextW(name, file.wstring().c_str());
+    PostMessageW(GetDlgItem(box, IDOK), BM_CLICK, 0, 0);
+  });
+  driver.Click(kForm, "btnAddFolder");
+  driver.DoWhen(&FolderBrowser, [&](HWND box) {
+    SendMessageW(box, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(folder.wstring().c_str()));
+    PostMessageW(GetDlgItem(box, IDOK), BM_CLICK, 0, 0);
+  });
+  driver.Do(kForm, [](HWND dialog) {
+    HWND list = ControlWindow(dialog, kForm, "lvFiles");
+    ASSERT_EQ(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0), 2);
+    wchar_t name[64] = {};
+    LVITEMW item = {};
+    item.pszText = name;
+    item.cchTextMax = 64;
+    SendMessageW(list, LVM_GETITEMTEXTW, 0, reinterpret_cast<LPARAM>(&item));
+    EXPECT_STREQ(name, L"report.pdf");
+  });
+  driver.Click(kForm, "btnOK").Click("frmOnce", "btnCancel");
+  Schedule(record);
+  ExpectFinished(driver);
+  EXPECT_EQ(record->m_collAttachments, (AttachmentList{Utf8FromWide(file.wstring().c_str()),
+                                                        Utf8FromWide(folder.wstring().c_str()) + "\\"}));
 }
 
 // --- the about box -----------------------------------------------------------------
