@@ -187,9 +187,27 @@ class DialogSession {
   int pendingList_ = -1;       // a list view whose selection the user changed
   long placedLeft_ = 0;        // the position the window has, in the form's units
   long placedTop_ = 0;
-  bool topmost_ = false;
   std::exception_ptr failure_;
 };
+
+bool IsTopmost(HWND window) { return (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }
+
+// The thread's top-level windows that `owner` owns.
+std::vector<HWND> OwnedPopups(HWND owner) {
+  struct Search {
+    HWND owner;
+    std::vector<HWND> found;
+  } search{owner, {}};
+  EnumThreadWindows(
+      GetCurrentThreadId(),
+      [](HWND window, LPARAM data) -> BOOL {
+        auto* s = reinterpret_cast<Search*>(data);
+        if (GetWindow(window, GW_OWNER) == s->owner) s->found.push_back(window);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
 
 // --- the window procedures ----------------------------------------------------
 
@@ -727,11 +745,21 @@ void DialogSession::MirrorPlacement() {
     placedLeft_ = form_.rect.left;
     placedTop_ = form_.rect.top;
   }
-  if (form_.topmost != topmost_) {
-    SetWindowPos(dialog_, form_.topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
-                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    topmost_ = form_.topmost;
+  if (form_.topmost == IsTopmost(dialog_)) return;
+  constexpr UINT kZOrderOnly = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+  const HWND band = form_.topmost ? HWND_TOPMOST : HWND_NOTOPMOST;
+  SetWindowPos(dialog_, band, 0, 0, 0, 0, kZOrderOnly);
+  const std::vector<HWND> popups = OwnedPopups(dialog_);
+  if (form_.topmost != IsTopmost(dialog_)) {
+    // Wine keeps a window below the popups it owns (a date picker's hidden
+    // drop-down calendar), which puts it out of the top band: they let go
+    // of it while it moves, and are its own again after.
+    for (HWND popup : popups) SetWindowLongPtrW(popup, GWLP_HWNDPARENT, 0);
+    SetWindowPos(dialog_, band, 0, 0, 0, 0, kZOrderOnly);
+    for (HWND popup : popups) SetWindowLongPtrW(popup, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(dialog_));
   }
+  // What the dialog owns shows over it, in its band.
+  for (HWND popup : popups) SetWindowPos(popup, band, 0, 0, 0, 0, kZOrderOnly);
 }
 
 void DialogSession::MirrorFocus(HWND focusBefore) {
