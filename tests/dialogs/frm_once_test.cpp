@@ -54,6 +54,17 @@ INSTANTIATE_TEST_SUITE_P(Locales, TimePickerFormat,
                          ::testing::Values(TimeFormatCase{"en-US", "h:mm tt"}, TimeFormatCase{"en-GB", "HH:mm"},
                                            TimeFormatCase{"de-DE", "HH:mm"}));
 
+TEST_F(FrmOnceTest, PickersAreOffForARecordThatRecurs) {
+  for (const bool recurring : {false, true}) {
+    CMailProps record = OneTime();
+    record.m_IsRecurring = recurring;
+    Slot(record);
+    const auto form = Opened<frmOnce>();
+    EXPECT_EQ((*form)["ctlDate"].enabled, !recurring) << recurring;
+    EXPECT_EQ((*form)["ctlTime"].enabled, !recurring) << recurring;
+  }
+}
+
 TEST_F(FrmOnceTest, KeepOnTopMakesTheDialogTopmost) {
   Slot(OneTime(), DialogRect{}, true);
   EXPECT_TRUE(Opened<frmOnce>()->topmost);
