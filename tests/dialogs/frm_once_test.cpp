@@ -194,5 +194,19 @@ TEST_F(FrmOnceTest, AnEmptySlotIsLoggedAndTheDialogStaysUsable) {
   EXPECT_TRUE(form->unloaded);
 }
 
+#ifndef _WIN32
+// Nobody can answer a dialog without a window system: it ends as the close
+// box ends it, and the opener goes on.
+TEST_F(FrmOnceTest, WithoutAWindowSystemTheDialogEndsCancelled) {
+  for (const bool recurring : {false, true}) {
+    CMailProps record = OneTime();
+    record.m_IsRecurring = recurring;
+    const auto slot = Slot(record);
+    EXPECT_FALSE(dialogs::ShowScheduleDialog()) << recurring;
+    EXPECT_EQ(slot->m_ScheduleTime, At(2025, 3, 5, 14, 5, 45)) << recurring;
+  }
+}
+#endif
+
 }  // namespace
 }  // namespace qorvane::testing
