@@ -23,6 +23,27 @@ void ApplyFocusRequest(Form& form) {
   form.focusRequest.clear();
 }
 
+// The scripted user's pickers current for one step; a step played inside
+// another (a dialog shown by a handler) finds them in place already.
+class ChosenPathsInPlace {
+ public:
+  explicit ChosenPathsInPlace(qorvane::FilePickerService& chosen, qorvane::FilePickerService*& fallback)
+      : previous_(&qorvane::CurrentFilePicker()), installed_(previous_ != &chosen) {
+    if (!installed_) return;
+    fallback = previous_;
+    qorvane::SetFilePicker(&chosen);
+  }
+  ~ChosenPathsInPlace() {
+    if (installed_) qorvane::SetFilePicker(previous_ == &qorvane::PlatformFilePicker() ? nullptr : previous_);
+  }
+  ChosenPathsInPlace(const ChosenPathsInPlace&) = delete;
+  ChosenPathsInPlace& operator=(const ChosenPathsInPlace&) = delete;
+
+ private:
+  qorvane::FilePickerService* previous_;
+  bool installed_;
+};
+
 bool Expected(const Form& form, const Step& step, std::string& shown) {
   if (step.control == "form") return (shown = form.name) == step.value;
   if (step.control == "focus") return (shown = form.activeControl) == step.value;
@@ -132,7 +153,22 @@ bool ScriptedUser::Act(Form& form, std::string_view text) {
   return Play(form, *parsed.step);
 }
 
+std::string ScriptedUser::ChosenPaths::OpenFile(const qorvane::OpenFileRequest& request) {
+  if (paths.empty()) return fallback ? fallback->OpenFile(request) : std::string();
+  std::string path = std::move(paths.front());
+  paths.pop_front();
+  return path;
+}
+
+std::string ScriptedUser::ChosenPaths::OpenFolder(std::size_t bufferChars) {
+  if (paths.empty()) return fallback ? fallback->OpenFolder(bufferChars) : std::string();
+  std::string path = std::move(paths.front());
+  paths.pop_front();
+  return path;
+}
+
 bool ScriptedUser::Play(Form& form, const Step& step) {
+  const ChosenPathsInPlace pickers(chosen_, chosen_.fallback);
   try {
     const bool played = PlayStep(form, step);
     ApplyFocusRequest(form);
@@ -145,6 +181,10 @@ bool ScriptedUser::Play(Form& form, const Step& step) {
 }
 
 bool ScriptedUser::PlayStep(Form& form, const Step& step) {
+  if (step.kind == StepKind::Choose) {
+    chosen_.paths.push_back(step.value);
+    return true;
+  }
   if (step.kind == StepKind::Close) {
     form.QueryClose();
     return true;

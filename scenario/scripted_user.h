@@ -5,8 +5,9 @@
 //
 //   - control steps (scripted_user_step.h): "click btnOK", "type
 //     txtOccurrences 5", "set ctlStartDate 2025-03-03", "pick cboInstance3
-//     last", "select lvFiles 1,3", "leave txtOccurrences", "close", and
-//     expectations ("expect ctlEndDate 2025-04-04");
+//     last", "select lvFiles 1,3", "leave txtOccurrences", "close", the
+//     answers of the file pickers ("choose C:\Reports\summary.pdf" before
+//     "click btnAddFile") and expectations ("expect ctlEndDate 2025-04-04");
 //   - decisions (answer.h): "weekly every 1 week on Monday and Friday at 9:30
 //     from 2025-03-03, 10 times, OK", "once at 2025-03-03 10:00, OK",
 //     "Cancel". When a dialog takes its turn, a decision becomes the control
@@ -37,6 +38,7 @@
 
 #include "dialogs/dialog_service.h"
 #include "dialogs/hand_over.h"
+#include "platform/file_picker.h"
 #include "platform/form.h"
 #include "scenario/answer.h"
 #include "scenario/scripted_user_step.h"
@@ -80,6 +82,16 @@ class ScriptedUser final : public qorvane::forms::FormView {
   bool Act(qorvane::forms::Form& form, std::string_view step);
 
  private:
+  // The file pickers while a step plays: they answer with the paths chosen
+  // so far, in order, and ask the pickers in place before when none is left.
+  class ChosenPaths final : public qorvane::FilePickerService {
+   public:
+    std::string OpenFile(const qorvane::OpenFileRequest& request) override;
+    std::string OpenFolder(std::size_t bufferChars) override;
+    std::deque<std::string> paths;
+    qorvane::FilePickerService* fallback = nullptr;
+  };
+
   struct Entry {
     std::variant<Step, Answer> what;
     int decision = 0;  // the decision a step came from; 0 for a step of its own
@@ -98,6 +110,7 @@ class ScriptedUser final : public qorvane::forms::FormView {
   std::vector<std::string> problems_;
   Observer observer_;
   int decisions_ = 0;
+  ChosenPaths chosen_;
 };
 
 // Installs a form view for its lifetime and puts back the one before.

@@ -20,7 +20,7 @@ struct StepWord {
   std::string_view word;
   StepKind kind;
 };
-constexpr std::array<StepWord, 11> kStepWords = {{{"click", StepKind::Click},
+constexpr std::array<StepWord, 12> kStepWords = {{{"click", StepKind::Click},
                                                   {"check", StepKind::Check},
                                                   {"uncheck", StepKind::Uncheck},
                                                   {"type", StepKind::Type},
@@ -30,6 +30,7 @@ constexpr std::array<StepWord, 11> kStepWords = {{{"click", StepKind::Click},
                                                   {"leave", StepKind::Leave},
                                                   {"press", StepKind::Press},
                                                   {"close", StepKind::Close},
+                                                  {"choose", StepKind::Choose},
                                                   {"expect", StepKind::Expect}}};
 
 std::string_view TrimLine(std::string_view text) {
@@ -125,6 +126,11 @@ Step Parse(std::string_view text) {
     Require(text.empty(), "nothing may follow close");
     return step;
   }
+  if (step.kind == StepKind::Choose) {
+    Require(!text.empty(), "the path to choose is missing (\"\" cancels the picker)");
+    step.value = Unquoted(text);
+    return step;
+  }
   step.control = std::string(TakeWord(text));
   Require(!step.control.empty(), "a control's name is missing");
   switch (step.kind) {
@@ -166,6 +172,7 @@ Step Parse(std::string_view text) {
       step.value = Unquoted(text);
       break;
     case StepKind::Close:
+    case StepKind::Choose:
       break;
   }
   return step;
@@ -193,6 +200,7 @@ std::string StepText(const Step& step) {
     if (word.kind != step.kind) continue;
     std::string text(word.word);
     if (step.kind == StepKind::Close) return text;
+    if (step.kind == StepKind::Choose) return text + " " + (step.value.empty() ? "\"\"" : step.value);
     text += " " + step.control;
     switch (step.kind) {
       case StepKind::Type:

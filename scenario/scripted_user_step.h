@@ -14,6 +14,8 @@
 //   leave NAME             the focus leaves the field (it is validated)
 //   press enter|esc|f1     the dialog's default button, its Cancel, its help
 //   close                  the window's close box
+//   choose PATH            the answer of the next file or folder picker the
+//                          dialog opens (a quoted "" cancels it)
 //   expect NAME VALUE      what the control shows, see below
 //   expect form NAME       the dialog shown
 //   expect focus NAME      the control that has the focus
@@ -35,12 +37,12 @@
 
 namespace scenario {
 
-enum class StepKind { Click, Check, Uncheck, Type, Set, Pick, Select, Leave, Press, Close, Expect };
+enum class StepKind { Click, Check, Uncheck, Type, Set, Pick, Select, Leave, Press, Close, Choose, Expect };
 
 struct Step {
   StepKind kind = StepKind::Click;
-  std::string control;  // Expect: also "form" and "focus"; Press: the key
-  std::string value;    // Type, Pick, Expect: the text; Set: the date or time as written
+  std::string control;  // Expect: also "form" and "focus"; Press: the key; Choose: none
+  std::string value;    // Type, Pick, Expect: the text; Set: the date or time as written; Choose: the path
   std::optional<double> date;   // Set: YYYY-MM-DD
   std::optional<double> time;   // Set: H:MM
   std::vector<int> rows;        // Select: 1-based

@@ -125,9 +125,14 @@ class DialogTest : public ::testing::Test {
     return form;
   }
 
-  // Steps played on the form; a step that fails the test names itself.
+  // Steps played on the form; a step that fails the test (refused, or an
+  // expectation not met) names itself.
   void Act(forms::Form& form, std::initializer_list<const char*> steps) {
-    for (const char* step : steps) EXPECT_TRUE(user_.Act(form, step)) << step << "\n" << scenario::Picture(form);
+    for (const char* step : steps) {
+      const std::size_t problems = user_.Problems().size();
+      EXPECT_TRUE(user_.Act(form, step)) << step << "\n" << scenario::Picture(form);
+      if (user_.Problems().size() > problems) ADD_FAILURE() << user_.Problems().back();
+    }
   }
   // One step the dialog is expected to refuse.
   bool Refused(forms::Form& form, const char* step) { return !user_.Act(form, step); }

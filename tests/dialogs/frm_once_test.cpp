@@ -54,6 +54,17 @@ INSTANTIATE_TEST_SUITE_P(Locales, TimePickerFormat,
                          ::testing::Values(TimeFormatCase{"en-US", "h:mm tt"}, TimeFormatCase{"en-GB", "HH:mm"},
                                            TimeFormatCase{"de-DE", "HH:mm"}));
 
+TEST_F(FrmOnceTest, PickersAreOffForARecordThatRecurs) {
+  for (const bool recurring : {false, true}) {
+    CMailProps record = OneTime();
+    record.m_IsRecurring = recurring;
+    Slot(record);
+    const auto form = Opened<frmOnce>();
+    EXPECT_EQ((*form)["ctlDate"].enabled, !recurring) << recurring;
+    EXPECT_EQ((*form)["ctlTime"].enabled, !recurring) << recurring;
+  }
+}
+
 TEST_F(FrmOnceTest, KeepOnTopMakesTheDialogTopmost) {
   Slot(OneTime(), DialogRect{}, true);
   EXPECT_TRUE(Opened<frmOnce>()->topmost);
@@ -182,6 +193,20 @@ TEST_F(FrmOnceTest, AnEmptySlotIsLoggedAndTheDialogStaysUsable) {
   Act(*form, {"click btnOk"});
   EXPECT_TRUE(form->unloaded);
 }
+
+#ifndef _WIN32
+// Nobody can answer a dialog without a window system: it ends as the close
+// box ends it, and the opener goes on.
+TEST_F(FrmOnceTest, WithoutAWindowSystemTheDialogEndsCancelled) {
+  for (const bool recurring : {false, true}) {
+    CMailProps record = OneTime();
+    record.m_IsRecurring = recurring;
+    const auto slot = Slot(record);
+    EXPECT_FALSE(dialogs::ShowScheduleDialog()) << recurring;
+    EXPECT_EQ(slot->m_ScheduleTime, At(2025, 3, 5, 14, 5, 45)) << recurring;
+  }
+}
+#endif
 
 }  // namespace
 }  // namespace qorvane::testing

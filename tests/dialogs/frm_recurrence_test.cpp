@@ -409,6 +409,55 @@ TEST_F(FrmRecurrenceTest, RemoveRecurrenceHandsTheRecordToTheOneTimeDialog) {
   EXPECT_FALSE(g_HandOver.Confirmed());
 }
 
+struct RecurrenceWayOut {
+  const char* name;
+  const char* step;
+  bool confirmed;
+};
+
+class RecurrenceWaysOut : public FrmRecurrenceTest, public ::testing::WithParamInterface<RecurrenceWayOut> {};
+
+// Only OK makes the record recur; every other way out leaves the flag false
+// with the opening defaults in the record.
+TEST_P(RecurrenceWaysOut, ConfirmOnlyThroughOk) {
+  auto form = Open(OneTime());
+  Act(*form, {"click optDaily", "type txtInterval1 3", GetParam().step});
+  EXPECT_TRUE(form->unloaded);
+  EXPECT_EQ(form->next, dialogs::NextDialog::None);
+  EXPECT_EQ(g_HandOver.Confirmed(), GetParam().confirmed);
+  EXPECT_EQ(record_->m_IsRecurring, GetParam().confirmed);
+  EXPECT_EQ(record_->m_RecurrenceType, GetParam().confirmed ? kRecursDaily : kRecursWeekly);
+  EXPECT_EQ(record_->m_Interval, GetParam().confirmed ? 3 : 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Buttons, RecurrenceWaysOut,
+                         ::testing::Values(RecurrenceWayOut{"Ok", "click btnOK", true},
+                                           RecurrenceWayOut{"Enter", "press enter", true},
+                                           RecurrenceWayOut{"Cancel", "click btnCancel", false},
+                                           RecurrenceWayOut{"Esc", "press esc", false},
+                                           RecurrenceWayOut{"CloseBox", "close", false}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(FrmRecurrenceTest, StandsOverTheOpenerAndOnTopWhenAsked) {
+  Slot(OneTime(), DialogRect{26000, 15000, 2000, 1000}, true);
+  const auto form = Opened<frmRecurrence>();
+  EXPECT_EQ(form->rect.left, 28800 - form->rect.width);
+  EXPECT_EQ(form->rect.top, 16200 - form->rect.height);
+  EXPECT_TRUE(form->topmost);
+}
+
+TEST_F(FrmRecurrenceTest, AttachmentsOpenOverTheDialog) {
+  const auto record = Slot(Recurring(1, 1, 2, 0, 0, 0));
+  scenario::ScopedFormView view(user_);
+  picker_.folders = {"D:\\Scans"};
+  for (const char* step : {"click btnAddFolder", "click btnOK"}) ASSERT_TRUE(user_.Queue(step));
+  auto form = Opened<frmRecurrence>();
+  Act(*form, {"click btnAttachments"});
+  EXPECT_EQ(user_.Count("frmAttachments"), 1u);
+  EXPECT_FALSE(form->unloaded);
+  EXPECT_EQ(record->m_collAttachments, qorvane::AttachmentList{"D:\\Scans\\"});
+}
+
 TEST_F(FrmRecurrenceTest, HelpOpensTheRecurrencePage) {
   auto form = Open(OneTime());
   Act(*form, {"press f1"});

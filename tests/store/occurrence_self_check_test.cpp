@@ -8,6 +8,7 @@
 #include "platform/locale.h"
 #include "platform/message_box.h"
 #include "schedule/first_dow.h"
+#include "tests/schedule/schedule_test_util.h"
 #include "tests/store/store_fixture.h"
 
 namespace qorvane::testing {
@@ -15,33 +16,13 @@ namespace {
 
 struct PatternCase {
   const char* name;
-  std::int32_t type;
-  std::int32_t interval;
-  std::int32_t mask;
-  std::int32_t day;
-  std::int32_t instance;
-  std::int32_t month;
-  int startYear, startMonth, startDay;
+  Pattern pattern;
   int firstDayOfWeek;
   Variant limit;          // a count or an end date
   Main::ByDesign reason;  // None: the two agree
 };
 
-CMailProps Record(const PatternCase& c) {
-  CMailProps r;
-  r.m_IsRecurring = false;
-  r.m_RecurrenceType = c.type;
-  r.m_Interval = c.interval;
-  r.m_DayOfWeekMask = c.mask;
-  r.m_DayOfMonth = c.day;
-  r.m_Instance = c.instance;
-  r.m_MonthOfYear = c.month;
-  r.m_PatternStartDate = DateSerialRollOver(c.startYear, c.startMonth, c.startDay);
-  r.m_StartTime = TimeSerial(9, 30, 0);
-  return r;
-}
-
-Variant Until(int year, int month, int day) { return Variant(DateValue{DateSerialRollOver(year, month, day)}); }
+Variant Until(const char* date) { return Variant(DateValue{At(date)}); }
 
 class ScopedFirstDOW {
  public:
@@ -71,8 +52,7 @@ class Comparison : public SelfCheckTest, public ::testing::WithParamInterface<Pa
 
 TEST_P(Comparison, AgreesOrDiffersOnlyForItsReason) {
   ScopedFirstDOW firstDay(GetParam().firstDayOfWeek);
-  CMailProps record = Record(GetParam());
-  record.m_IsRecurring = true;
+  CMailProps record = Record(GetParam().pattern);
   const Main::OccurrenceComparison comparison = Main::CompareOccurrences(record, GetParam().limit);
   ASSERT_TRUE(comparison.engineListed);
   ASSERT_FALSE(comparison.calendar.empty()) << "the calendar listed nothing";
@@ -90,31 +70,41 @@ TEST_P(Comparison, AgreesOrDiffersOnlyForItsReason) {
 INSTANTIATE_TEST_SUITE_P(
     Patterns, Comparison,
     ::testing::Values(
-        PatternCase{"DailyEveryThird", 0, 3, 0, 0, 0, 0, 2025, 3, 5, 1, Variant(20), Main::ByDesign::None},
-        PatternCase{"EveryWeekday", 0, 0, 62, 0, 0, 0, 2025, 3, 5, 2, Variant(30), Main::ByDesign::None},
-        PatternCase{"WeeklyEveryOtherFromSunday", 1, 2, 9, 0, 0, 0, 2025, 3, 5, 1, Variant(12), Main::ByDesign::None},
-        PatternCase{"WeeklyEveryWeekFromMonday", 1, 1, 9, 0, 0, 0, 2025, 3, 5, 2, Variant(12), Main::ByDesign::None},
-        PatternCase{"MonthlyOnThe31st", 2, 1, 0, 31, 0, 0, 2025, 1, 31, 1, Variant(14), Main::ByDesign::None},
-        PatternCase{"LastFridayOfTheMonth", 3, 1, 32, 0, 5, 0, 2025, 1, 1, 1, Until(2026, 12, 31),
-                    Main::ByDesign::None},
-        PatternCase{"SecondWeekendDay", 3, 2, 65, 0, 2, 0, 2025, 1, 1, 1, Variant(10), Main::ByDesign::None},
-        PatternCase{"YearlyOnTheFourthOfJuly", 5, 1, 0, 4, 0, 7, 2025, 1, 1, 1, Variant(5), Main::ByDesign::None},
-        PatternCase{"FirstMondayOfSeptember", 6, 1, 2, 0, 1, 9, 2025, 1, 1, 1, Variant(6), Main::ByDesign::None},
+        PatternCase{"DailyEveryThird", {0, 3, 0, 0, 0, 0, "2025-03-05"}, 1, Variant(20), Main::ByDesign::None},
+        PatternCase{"EveryWeekday", {0, 0, 62, 0, 0, 0, "2025-03-05"}, 2, Variant(30), Main::ByDesign::None},
+        PatternCase{
+            "WeeklyEveryOtherFromSunday", {1, 2, 9, 0, 0, 0, "2025-03-05"}, 1, Variant(12), Main::ByDesign::None},
+        PatternCase{
+            "WeeklyEveryWeekFromMonday", {1, 1, 9, 0, 0, 0, "2025-03-05"}, 2, Variant(12), Main::ByDesign::None},
+        PatternCase{"MonthlyOnThe31st", {2, 1, 0, 31, 0, 0, "2025-01-31"}, 1, Variant(14), Main::ByDesign::None},
+        PatternCase{
+            "LastFridayOfTheMonth", {3, 1, 32, 0, 0, 5, "2025-01-01"}, 1, Until("2026-12-31"), Main::ByDesign::None},
+        PatternCase{"SecondWeekendDay", {3, 2, 65, 0, 0, 2, "2025-01-01"}, 1, Variant(10), Main::ByDesign::None},
+        PatternCase{"YearlyOnTheFourthOfJuly", {5, 1, 0, 4, 7, 0, "2025-01-01"}, 1, Variant(5), Main::ByDesign::None},
+        PatternCase{"FirstMondayOfSeptember", {6, 1, 2, 0, 9, 1, "2025-01-01"}, 1, Variant(6), Main::ByDesign::None},
         // Wednesday 5 March 2025: the Sunday after it is in the same week
         // from Monday, in the next one from Sunday.
-        PatternCase{"WeeklyEveryOtherFromMonday", 1, 2, 9, 0, 0, 0, 2025, 3, 5, 2, Variant(12),
+        PatternCase{"WeeklyEveryOtherFromMonday",
+                    {1, 2, 9, 0, 0, 0, "2025-03-05"},
+                    2,
+                    Variant(12),
                     Main::ByDesign::WeeksFromFirstDayOfWeek},
-        PatternCase{"YearlyOn31April", 5, 1, 0, 31, 0, 4, 2025, 1, 10, 1, Until(2030, 12, 31),
+        PatternCase{"YearlyOn31April",
+                    {5, 1, 0, 31, 4, 0, "2025-01-10"},
+                    1,
+                    Until("2030-12-31"),
                     Main::ByDesign::YearlyDayClampedToStartMonth},
-        PatternCase{"DailyPastTheCap", 0, 1, 0, 0, 0, 0, 2025, 1, 1, 1, Until(2030, 1, 1),
+        PatternCase{"DailyPastTheCap",
+                    {0, 1, 0, 0, 0, 0, "2025-01-01"},
+                    1,
+                    Until("2030-01-01"),
                     Main::ByDesign::DateListingCap}),
     [](const auto& info) { return std::string(info.param.name); });
 
 // A calendar one day off is nobody's design: no reason may cover it.
 TEST_F(SelfCheckTest, ADifferenceNoRuleExplainsIsReportedAsSuch) {
-  const PatternCase monthly{"", 2, 1, 0, 15, 0, 0, 2025, 1, 1, 1, Variant(6), Main::ByDesign::None};
-  CMailProps record = Record(monthly);
-  record.m_IsRecurring = true;
+  const PatternCase monthly{"", {2, 1, 0, 15, 0, 0, "2025-01-01"}, 1, Variant(6), Main::ByDesign::None};
+  CMailProps record = Record(monthly.pattern);
   Main::OccurrenceComparison shifted = Main::CompareOccurrences(record, monthly.limit);
   ASSERT_TRUE(shifted.Agree());
   for (double& date : shifted.calendar) date += 1;
@@ -126,7 +116,8 @@ TEST_F(SelfCheckTest, ADifferenceNoRuleExplainsIsReportedAsSuch) {
 }
 
 TEST_F(SelfCheckTest, DebugListingShowsNothingWhenBothAgree) {
-  CMailProps record = Record({"", 3, 1, 32, 0, 5, 0, 2025, 1, 1, 1, Variant(12), Main::ByDesign::None});
+  CMailProps record = Record(Pattern{3, 1, 32, 0, 0, 5, "2025-01-01"});
+  record.m_IsRecurring = false;
   const std::optional<DateList> listed = record.GetOccurrencesDebug(Variant(12));
   ASSERT_TRUE(listed.has_value());
   EXPECT_EQ(listed->size(), 12u);
@@ -138,8 +129,7 @@ TEST_F(SelfCheckTest, DebugListingShowsNothingWhenBothAgree) {
 
 TEST_F(SelfCheckTest, DebugListingShowsTheDatesThatDiffer) {
   ScopedFirstDOW monday(2);
-  CMailProps record = Record({"", 1, 2, 9, 0, 0, 0, 2025, 3, 5, 2, Variant(4), Main::ByDesign::None});
-  record.m_IsRecurring = true;
+  CMailProps record = Record(Pattern{1, 2, 9, 0, 0, 0, "2025-03-05"});
   const Main::OccurrenceComparison comparison = Main::CompareOccurrences(record, Variant(4));
   const std::optional<DateList> listed = record.GetOccurrencesDebug(Variant(4));
   ASSERT_TRUE(listed.has_value());
@@ -160,8 +150,7 @@ TEST_F(SelfCheckTest, DebugListingShowsTheDatesThatDiffer) {
 // A calendar that cannot take the test appointment lists nothing: the
 // counts differ, and the failure is in the log.
 TEST_F(SelfCheckTest, DebugListingShowsTheCountsWhenTheCalendarFails) {
-  CMailProps record = Record({"", 0, 1, 0, 0, 0, 0, 2025, 3, 5, 1, Variant(3), Main::ByDesign::None});
-  record.m_IsRecurring = true;
+  CMailProps record = Record(Pattern{0, 1, 0, 0, 0, 0, "2025-03-05"});
   sim_.FailCall("AppointmentItem.Save", 1);
   const std::optional<DateList> listed = record.GetOccurrencesDebug(Variant(3));
   ASSERT_TRUE(listed.has_value());
