@@ -5,8 +5,9 @@
 # (the benchmark's reference), pugixml, and wine with a
 # virtual display to run the Windows build's tests (xvfb-run needs xauth,
 # which xvfb only recommends), and the help compiler chmcmd (fp-utils) with
-# extract_chmLib (libchm-bin) to check what it built, and NSIS (makensis) for
-# the setup program. Does nothing when all are
+# extract_chmLib (libchm-bin) to check what it built, NSIS (makensis) for
+# the setup program, and ImageMagick for the dialogs' screenshots
+# (scripts/screenshots.sh). Does nothing when all are
 # present, so the other scripts can call it every time.
 set -euo pipefail
 
@@ -16,6 +17,7 @@ packages=(
   mingw-w64 g++-mingw-w64-x86-64-posix
   wine wine64 xvfb xauth
   fp-utils libchm-bin nsis
+  imagemagick
 )
 
 missing=()

@@ -1,6 +1,6 @@
 // Owners of the Win32 handles the Windows code keeps: a registry key, a
-// window, an activation context and its activation. Each closes what it
-// holds when destroyed; none is copyable.
+// window, a GDI object, an activation context and its activation. Each
+// closes what it holds when destroyed; none is copyable.
 #pragma once
 
 #include <windows.h>
@@ -52,6 +52,13 @@ struct WindowDestroyer {
   void operator()(HWND window) const { DestroyWindow(window); }
 };
 using UniqueWindow = UniqueHandle<HWND, WindowDestroyer>;
+
+// A font, brush or pen made by the code (not one of the stock objects).
+struct GdiObjectDeleter {
+  static inline const HGDIOBJ kInvalid = nullptr;
+  void operator()(HGDIOBJ object) const { DeleteObject(object); }
+};
+using UniqueGdiObject = UniqueHandle<HGDIOBJ, GdiObjectDeleter>;
 
 struct ActivationContextReleaser {
   static inline const HANDLE kInvalid = INVALID_HANDLE_VALUE;
