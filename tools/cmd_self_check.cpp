@@ -6,6 +6,7 @@
 #include <map>
 
 #include "sim/sim_client.h"
+#include "base/iso_date_text.h"
 #include "tools/commands.h"
 #include "tools/date_text.h"
 #include "tools/self_check.h"
@@ -26,7 +27,7 @@ const char* const kHelp =
     "Exit status: 0 when every difference is by design, 1 otherwise.\n";
 
 std::string LimitText(const Variant& limit) {
-  if (limit.GetKind() == Variant::Kind::Date) return "until " + FormatMinute(limit.AsDate()).substr(0, 10);
+  if (limit.GetKind() == Variant::Kind::Date) return "until " + IsoMinuteText(limit.AsDate()).substr(0, 10);
   return std::to_string(CLng(limit.NumericValue().value_or(0.0))) + " times";
 }
 
@@ -34,7 +35,7 @@ std::string LimitText(const Variant& limit) {
 std::string FirstDifference(const Main::OccurrenceComparison& c) {
   if (!c.differingAt.empty()) {
     const std::size_t i = c.differingAt.front();
-    return std::to_string(i) + ": " + FormatMinute(c.engine[i - 1]) + " <> " + FormatMinute(c.calendar[i - 1]);
+    return std::to_string(i) + ": " + IsoMinuteText(c.engine[i - 1]) + " <> " + IsoMinuteText(c.calendar[i - 1]);
   }
   return "count " + std::to_string(c.engine.size()) + " <> " + std::to_string(c.calendar.size());
 }
