@@ -107,8 +107,8 @@ void ScriptedUser::Problem(const Form& form, const Step& step, const std::string
 
 void ScriptedUser::DropDecision(int decision) {
   if (decision == 0) return;
-  queue_.erase(std::remove_if(queue_.begin(), queue_.end(), [&](const Entry& entry) { return entry.decision == decision; }),
-               queue_.end());
+  const auto fromDecision = [&](const Entry& entry) { return entry.decision == decision; };
+  queue_.erase(std::remove_if(queue_.begin(), queue_.end(), fromDecision), queue_.end());
 }
 
 void ScriptedUser::Expand(const Answer& answer, const Form& form) {
