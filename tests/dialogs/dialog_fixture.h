@@ -153,6 +153,8 @@ class DialogTest : public ::testing::Test {
   DialogHandOver savedHandOver_;
   CIgnoreList savedIgnoreList_;
   int savedFirstDOW_;
+  // A refused conversion or a logged failure stays in Err, as in the runtime.
+  ScopedErr err_;
 };
 
 }  // namespace qorvane::testing

@@ -59,9 +59,12 @@ class AddInDllTest : public ::testing::Test {
   // A file in the install folder to attach; its full path.
   std::string MakeFile(const std::string& name, const std::string& contents);
 
-  // Closes every dialog that comes: a test that expects one looks at Seen().
-  host::DialogDriver dialogs_{[](HWND dialog, const host::SeenDialog&) {
-    host::DialogDriver::Press(dialog, GetDlgItem(dialog, IDCANCEL) ? IDCANCEL : IDOK);
+  // The button every dialog that comes is closed with: Cancel where it has
+  // one, unless a test asks for its OK. A test that expects a dialog looks at
+  // Seen().
+  int answer_ = IDCANCEL;
+  host::DialogDriver dialogs_{[this](HWND dialog, const host::SeenDialog&) {
+    host::DialogDriver::Press(dialog, GetDlgItem(dialog, answer_) ? answer_ : IDOK);
   }};
 
  private:

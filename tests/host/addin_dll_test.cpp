@@ -125,12 +125,21 @@ TEST_F(AddInDll, AComposeWindowGetsItsButtonAfterSendWhosePressOpensTheScheduleD
   EXPECT_EQ(button->FaceId(), kSendId);
   EXPECT_EQ(button->Index(), standard->FindControl(0, kSendId, "")->Index() + 1) << "right after Send";
 
+  // Cancelled: the one-time dialog came, drawn with the common controls of
+  // the DLL's own manifest, and the mail stays where it was.
   outlook.Client().Click(button);
-  // Until the dialogs have their windows the platform cancels every one:
-  // the dialog was asked for, the user "cancelled", the mail stays.
-  EXPECT_TRUE(LogContains("has no view")) << "the schedule dialog was asked for";
+  ASSERT_EQ(dialogs_.Seen().size(), 1u) << "the schedule dialog";
+  EXPECT_EQ(dialogs_.Seen()[0].title, "Qorvane");
+  EXPECT_TRUE(dialogs_.Seen()[0].commonControls6);
   EXPECT_EQ(Subjects(outlook.Client().DefaultFolder(client::olFolderDrafts)), std::vector<std::string>{"Weekly report"});
   EXPECT_TRUE(Subjects(DeferredFolder(outlook)).empty());
+
+  // Confirmed with its proposed time: the mail waits in the deferred folder.
+  answer_ = IDOK;
+  outlook.Client().Click(button);
+  ASSERT_EQ(dialogs_.Seen().size(), 2u);
+  EXPECT_EQ(Subjects(DeferredFolder(outlook)), std::vector<std::string>{"Weekly report"});
+  for (const std::string& line : NewLogLines()) ADD_FAILURE() << line;
   outlook.Stop();
   EXPECT_EQ(outlook.ObjectsStillHeld(), 0);
   EXPECT_TRUE(outlook.AllModulesUnloadable());

@@ -66,14 +66,16 @@ TEST_F(AddInRibbon, ItsButtonsRunTheSameCommandsAsTheCommandBars) {
   const auto window = [&](const auto& object) { return outlook.Host().Expose(object); };
 
   outlook.ClickRibbonButton(kProgId, kComposeRibbon, "QorvaneCompose", window(composed.window).get());
-  EXPECT_TRUE(LogContains("frmOnce has no view")) << "the compose command asked for the schedule dialog";
+  ASSERT_EQ(dialogs_.Seen().size(), 1u) << "the compose command shows the schedule dialog";
+  EXPECT_EQ(dialogs_.Seen()[0].title, "Qorvane");
 
   EXPECT_NE(explorer->CurrentFolder()->Name(), "Qorvane");
   outlook.ClickRibbonButton(kProgId, kExplorerRibbon, "QorvaneOptions", window(explorer).get());
   EXPECT_EQ(explorer->CurrentFolder()->Name(), "Qorvane") << "the options command's first press";
 
   outlook.ClickRibbonButton(kProgId, kExplorerRibbon, "QorvaneAbout", window(explorer).get());
-  EXPECT_TRUE(LogContains("frmAbout has no view"));
+  ASSERT_EQ(dialogs_.Seen().size(), 2u) << "the about command shows the about box";
+  EXPECT_EQ(dialogs_.Seen()[1].title.rfind("About Qorvane", 0), 0u) << dialogs_.Seen()[1].title;
   outlook.Stop();
   EXPECT_EQ(outlook.ObjectsStillHeld(), 0);
 }

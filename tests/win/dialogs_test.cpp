@@ -106,6 +106,8 @@ class RealDialogs : public ::testing::Test {
     EXPECT_FALSE(driver.TimedOut());
   }
 
+  // A refused conversion stays in Err after a check, as in the runtime.
+  ScopedErr err_;
   ScopedLocale locale_{"en-US"};
   ScopedLogFolder log_;
   ScopedRegistryKeys registry_{{settings::StoreKeyPath(settings::kAppName, settings::kSettingsSection)}};
