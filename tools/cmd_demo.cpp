@@ -163,14 +163,16 @@ int RunDemo(Args args, std::ostream& out, std::ostream& err) {
     err << "qorvane demo: the demo's private registry could not be made; nothing was played\n";
     return 1;
   }
-  SetAddinFolder(Utf8(addinFolder));
-  g_debug.Release();
+  // The log goes to the demo's own folder; the caller's (a test's) comes back.
   struct RestoreAddinFolder {
+    std::string before = AddinFolder();
     ~RestoreAddinFolder() {
       g_debug.Release();
-      SetAddinFolder("");
+      SetAddinFolder(before);
     }
   } restoreAddinFolder;
+  SetAddinFolder(Utf8(addinFolder));
+  g_debug.Release();
 
   scenario::Session session;
   scenario::PlayOptions play;
