@@ -31,6 +31,7 @@ inline constexpr long olOutlookBarShortcut = 68;
 
 // Default folders.
 inline constexpr long olFolderOutbox = 4;
+inline constexpr long olFolderSentMail = 5;
 inline constexpr long olFolderInbox = 6;
 inline constexpr long olFolderCalendar = 9;
 inline constexpr long olFolderDrafts = 16;

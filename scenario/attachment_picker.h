@@ -8,7 +8,8 @@
 // It sits in front of whatever dialog service is current (the scripted user)
 // and hands every dialog on to it; a dialog that hands over to the other one
 // (one-time to recurrence) counts as one confirmation. Nothing is added on
-// Cancel: the picks wait for the next confirmed dialog.
+// Cancel; the player drops picks left over once the action that opened the
+// dialog is done.
 //
 // Lifecycle: installs itself as the current dialog service while it lives
 // and puts the one before back. UI thread only.
@@ -30,6 +31,8 @@ class AttachmentPicker final : public dialogs::DialogService {
 
   void Pick(std::vector<std::string> references);
   std::size_t Pending() const noexcept { return pending_.size(); }
+  // Forgets the picks: the dialog they were meant for has closed.
+  void Drop() noexcept { pending_.clear(); }
 
   void ShowOnce() override;
   void ShowRecurrence() override;

@@ -257,12 +257,23 @@ void Player::Do(const Step&, const WindowStep& window) {
   lastWindowSubject_ = window.subject;
 }
 
-void Player::Do(const Step&, const PressStep& press) {
+void Player::DropLeftovers(const Step& step, std::size_t dialogsBefore) {
+  const std::size_t answers = session_.User().Pending();
+  const bool noDialog = session_.User().Shown().size() == dialogsBefore;
+  session_.User().DropPending();
+  picker_.Drop();
+  if (answers != 0 && noDialog)
+    Fail(step.line, std::to_string(answers) + " dialog answer(s) dropped: no dialog opened for them");
+}
+
+void Player::Do(const Step& step, const PressStep& press) {
   const std::string subject = press.subject.value_or(lastWindowSubject_);
+  const std::size_t dialogsBefore = session_.User().Shown().size();
   const auto window = session_.WindowOf(subject);
+  const bool pressed = window && session_.PressQorvane(window);
+  DropLeftovers(step, dialogsBefore);
   if (!window) throw std::runtime_error("no window shows the mail " + Quote(subject));
-  if (!session_.PressQorvane(window))
-    throw std::runtime_error("the window of " + Quote(subject) + " has no \"Qorvane\" button");
+  if (!pressed) throw std::runtime_error("the window of " + Quote(subject) + " has no \"Qorvane\" button");
 }
 
 void Player::Do(const Step&, const AttachStep& attach) {
@@ -300,10 +311,14 @@ void Player::Do(const Step&, const SelectStep& select) {
   session_.Client().Select(window, items);
 }
 
-void Player::Do(const Step&, const ClickStep& click) {
+void Player::Do(const Step& step, const ClickStep& click) {
   const char* tag = click.entry == "options" ? "KelmoraQorvaneOptions" : "KelmoraQorvaneAbout";
-  if (!session_.PressMenuEntry(ActiveMainWindow(), tag))
-    throw std::runtime_error("the main window's Help menu has no " + click.entry + " entry of the add-in");
+  const std::size_t dialogsBefore = session_.User().Shown().size();
+  const bool clicked = session_.PressMenuEntry(ActiveMainWindow(), tag);
+  // The first options click only shows the folder: answers written before it
+  // wait for the next one.
+  if (session_.User().Shown().size() != dialogsBefore || !clicked) DropLeftovers(step, dialogsBefore);
+  if (!clicked) throw std::runtime_error("the main window's Help menu has no " + click.entry + " entry of the add-in");
 }
 
 void Player::Do(const Step& step, const ExpectStep& expect) {

@@ -84,6 +84,11 @@ class Player {
   void NeedRunning(const char* what) const;
   void RunTimersUntil(double until);
   void ExitWhenNoWindowIsLeft();
+  // After an action that may open a dialog: the answers and picks written
+  // for it are for its dialogs only, so what is left over is dropped (and is
+  // a failure when the action opened no dialog at all), never handed to the
+  // next mail's dialog.
+  void DropLeftovers(const Step& step, std::size_t dialogsBefore);
   client::Ref<client::Explorer> ActiveMainWindow();
   void Fail(int line, const std::string& what);
   // What is wrong, or empty when the expectation holds (expectations.cpp).

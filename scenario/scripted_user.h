@@ -48,6 +48,8 @@ class ScriptedUser final : public dialogs::DialogService {
   // error when it does not read.
   bool Queue(std::string_view text, std::string* error = nullptr);
   std::size_t Pending() const noexcept { return answers_.size(); }
+  // Forgets the answers no dialog took.
+  void DropPending() noexcept { answers_.clear(); }
 
   const std::vector<ShownDialog>& Shown() const noexcept { return shown_; }
   std::size_t Count(std::string_view form) const;

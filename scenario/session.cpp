@@ -118,7 +118,7 @@ client::Ref<client::Item> Session::FindMail(const std::string& subject) {
   std::vector<client::Ref<client::MAPIFolder>> folders;
   if (auto deferred = DeferredFolder()) folders.push_back(std::move(deferred));
   const sim::SimClient::Offstage offstage(client_);
-  for (const long type : {client::olFolderDrafts, client::olFolderInbox, client::olFolderOutbox, 5L})
+  for (const long type : {client::olFolderDrafts, client::olFolderInbox, client::olFolderOutbox, client::olFolderSentMail})
     folders.push_back(client_.DefaultFolder(type));
   for (const auto& folder : folders) {
     const auto items = folder->Items();

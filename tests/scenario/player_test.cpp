@@ -85,6 +85,29 @@ TEST_F(StoryTest, EachFailureNamesItsLineAndTheStoryGoesOn) {
   EXPECT_EQ(result.expectationsChecked, 2u);
 }
 
+TEST_F(StoryTest, AnswersNoDialogTookAreDroppedNotGivenToTheNextMail) {
+  const scenario::PlayResult result = Play(
+      "clock 2025-03-03 09:00\n"
+      "start\n"
+      "compose \"First\" to \"nobody\"\n"                 // the recipients check refuses it
+      "dialog daily every 1 day at 8:00, no end, OK\n"
+      "attach {files}/a.txt\n"
+      "press Qorvane\n"                                      // line 6
+      "compose \"Second\"\n"
+      "dialog once at 2025-03-03 10:00, OK\n"
+      "press Qorvane\n"
+      "expect next \"Second\" 2025-03-03 10:00\n");
+  EXPECT_EQ(result.failures,
+            std::vector<std::string>{"line 6: 1 dialog answer(s) dropped: no dialog opened for them"});
+  EXPECT_EQ(User().Shown().size(), 1u);
+  EXPECT_TRUE(User().Shown()[0].form == "frmOnce");
+  const auto second = S().FindMail("Second");
+  ASSERT_TRUE(second);
+  CMailProps props;
+  ASSERT_TRUE(props.ReadProps(second));
+  EXPECT_TRUE(props.m_collAttachments.empty()) << "the first mail's pick went with it";
+}
+
 TEST_F(StoryTest, AnEndTimeCutsTheStoryAndTimeRunsOnToIt) {
   const double end = At(2025, 3, 3, 12, 0);
   const scenario::PlayResult result = Play(
