@@ -100,6 +100,11 @@ std::string Duration(double days) {
   return text.str();
 }
 
+// "1 dialog", "2 dialogs".
+std::string Counted(std::size_t n, const std::string& one, const std::string& many = "") {
+  return std::to_string(n) + " " + (n == 1 ? one : many.empty() ? one + "s" : many);
+}
+
 std::string Padded(std::string text, std::size_t width) {
   if (text.size() < width) text.resize(width, ' ');
   return text;
@@ -200,9 +205,10 @@ int RunDemo(Args args, std::ostream& out, std::ostream& err) {
   out << "  Virtual time " << scenario::DayClockText(start) << " to " << scenario::DayClockText(end) << " ("
       << Duration(end - start) << (result.cut ? ", the story cut there" : "") << "), played in " << std::fixed
       << std::setprecision(2) << wall << " s of wall time.\n";
-  out << "  " << result.ticks << " timer ticks, " << client.SendLog().size() << " copies sent, "
-      << client.SyncStarts() << " Send/Receive runs, " << client.MessageBoxes().size() << " message boxes, "
-      << session.User().Shown().size() << " dialogs.\n";
+  out << "  " << Counted(result.ticks, "timer tick") << ", " << Counted(client.SendLog().size(), "copy sent", "copies sent")
+      << ", " << Counted(static_cast<std::size_t>(client.SyncStarts()), "Send/Receive run") << ", "
+      << Counted(client.MessageBoxes().size(), "message box", "message boxes") << ", "
+      << Counted(session.User().Shown().size(), "dialog") << ".\n";
   PrintFolder(session, out);
   out << "  NextOccurence in the registry: \""
       << settings::ReadOwnString(settings::kNextOccurence) << "\"\n";
