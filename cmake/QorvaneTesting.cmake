@@ -23,9 +23,13 @@ else()
   set(QORVANE_GTEST_LIBS GTest::gtest GTest::gtest_main)
 endif()
 
-# qorvane_add_test(name SOURCES ... DEPS ...)
+# qorvane_add_test(name SOURCES ... DEPS ... [SHARED_REGISTRY])
+# SHARED_REGISTRY: the tests write the add-in's own keys (settings, ignore
+# list, options). Natively each test process has a registry file of its own;
+# under wine every process of the prefix shares one registry, so these
+# executables take turns instead of clearing each other's keys mid-test.
 function(qorvane_add_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+  cmake_parse_arguments(ARG "SHARED_REGISTRY" "" "SOURCES;DEPS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_DEPS} ${QORVANE_GTEST_LIBS})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
@@ -34,5 +38,8 @@ function(qorvane_add_test name)
   if(CMAKE_CROSSCOMPILING)
     set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED wine
       ENVIRONMENT "WINEPREFIX=${QORVANE_WINEPREFIX};WINEDEBUG=-all;WINEDLLOVERRIDES=mscoree,mshtml=")
+    if(ARG_SHARED_REGISTRY)
+      set_tests_properties(${name} PROPERTIES RESOURCE_LOCK wine_registry)
+    endif()
   endif()
 endfunction()

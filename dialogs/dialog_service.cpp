@@ -1,30 +1,48 @@
-// The current dialog service, and the stand-in used while none is installed.
+// The current dialog service, and the one that shows the forms.
 #include "dialogs/dialog_service.h"
 
+#include "dialogs/frm_once.h"
+#include "dialogs/frm_recurrence.h"
 #include "dialogs/hand_over.h"
-#include "infra/cdebug.h"
+#include "support/frm_about.h"
 
 namespace dialogs {
 namespace {
 
-class NoDialogs final : public DialogService {
+class FormDialogService final : public DialogService {
  public:
-  void ShowOnce() override { Missing("frmOnce"); }
-  void ShowRecurrence() override { Missing("frmRecurrence"); }
-  void ShowAbout() override { Missing("frmAbout"); }
+  void ShowOnce() override { ShowSchedule(NextDialog::Once); }
+  void ShowRecurrence() override { ShowSchedule(NextDialog::Recurrence); }
+  void ShowAbout() override {
+    frmAbout form;
+    qorvane::forms::ShowModal(form);
+  }
 
  private:
-  static void Missing(const char* form) { g_debug.OutWarning("dialogs.DialogService", std::string(form) + " has no view"); }
+  // Each dialog is closed before the one it hands over to is shown.
+  template <class Form>
+  static NextDialog ShowOne() {
+    Form form;
+    qorvane::forms::ShowModal(form);
+    return form.next;
+  }
+  static void ShowSchedule(NextDialog dialog) {
+    while (dialog != NextDialog::None) {
+      dialog = dialog == NextDialog::Once ? ShowOne<frmOnce>() : ShowOne<frmRecurrence>();
+    }
+  }
 };
 
 DialogService* g_current = nullptr;
 
 }  // namespace
 
-DialogService& CurrentDialogService() {
-  static NoDialogs none;
-  return g_current ? *g_current : none;
+DialogService& FormDialogs() {
+  static FormDialogService service;
+  return service;
 }
+
+DialogService& CurrentDialogService() { return g_current ? *g_current : FormDialogs(); }
 
 void SetDialogService(DialogService* service) { g_current = service; }
 

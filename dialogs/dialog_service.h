@@ -1,13 +1,16 @@
 // The add-in's dialogs as one replaceable service: the one-time schedule
 // dialog (frmOnce), the recurrence dialog (frmRecurrence) and the about box
 // (frmAbout). The schedule dialogs work on the hand-over slot (hand_over.h).
-// The real dialogs implement it on Windows; a scripted user (scenario/)
-// answers it in tests and the demo.
 //
-// Lifecycle: without an installed service, no dialog can be shown: each call
-// is logged as a warning and acts as Cancel. SetDialogService installs one
-// (it must outlive its use); nullptr uninstalls it. Every call is modal and
-// returns when the dialog has closed. UI thread only.
+// The service in place unless another is installed shows the forms through
+// the current form view (platform/form.h): the Win32 dialogs on Windows, a
+// scripted user in tests and the demo. The two schedule dialogs hand over to
+// each other without nesting: the one closes, then the other opens in its
+// place, as often as the user switches.
+//
+// Lifecycle: SetDialogService installs another service (it must outlive its
+// use); nullptr puts the form dialogs back. Every call is modal and returns
+// when the dialog has closed. UI thread only.
 #pragma once
 
 namespace dialogs {
@@ -16,13 +19,16 @@ class DialogService {
  public:
   virtual ~DialogService() = default;
   // frmOnce over g_HandOver: OK picks the send time and sets the result flag;
-  // its "Recurrence..." option hands over to ShowRecurrence.
+  // its "Recurrence..." option hands over to frmRecurrence.
   virtual void ShowOnce() = 0;
   // frmRecurrence over g_HandOver: OK stores the pattern and sets the result
-  // flag; "Remove Recurrence" hands over to ShowOnce.
+  // flag; "Remove Recurrence" hands over to frmOnce.
   virtual void ShowRecurrence() = 0;
   virtual void ShowAbout() = 0;
 };
+
+// The forms through the current form view.
+DialogService& FormDialogs();
 
 DialogService& CurrentDialogService();
 void SetDialogService(DialogService* service);

@@ -15,6 +15,13 @@
 //     control (a click on an option button checks it and clears the other
 //     option buttons of its container; a typed text, a picked date, a combo
 //     selection, list-view row selection) and sets the active control.
+//   - The focus moves through MoveFocus: the control losing it is validated
+//     first (unless the control gaining it is a Cancel-like button, see
+//     `causesValidation`), and when Validate says no, the focus stays and
+//     the user's action is dropped, as a native dialog drops a click on
+//     another control while a field refuses its text.
+//   - Enter presses `defaultButton`, Esc presses `cancelButton`, F1 calls
+//     Help().
 //   - After every handler, the view shows the whole state again (captions,
 //     texts, values, checked, enabled, visible, lists, focus, position). It
 //     must not rely on notifications that programmatic changes do not send.
@@ -70,9 +77,15 @@ struct Control {
   std::vector<std::string> columns;  // list view headers
   std::vector<ListRow> rows;
 
+  std::vector<long> columnWidths;    // list view, twips, parallel to columns
+
   std::string customFormat;  // time picker: "h:mm tt"; "" for the default
   bool upDown = false;       // time picker: a spinner instead of a calendar
-  int selStart = 0;          // text box caret, in characters
+  int selStart = 0;          // text box caret, in UTF-16 code units
+
+  // False for a button that must work whatever a field holds (Cancel): the
+  // focus moving to it does not validate the field it leaves.
+  bool causesValidation = true;
 };
 
 // Position and size in the dialogs' units (twips, see screen_metrics.h).
@@ -96,6 +109,15 @@ class Form {
   Control& operator[](std::string_view controlName);
   const Control& operator[](std::string_view controlName) const;
   bool Has(std::string_view controlName) const;
+  // Appends a control (forms build their controls in tab order with it).
+  Control& Add(ControlKind kind, std::string controlName, std::string caption = {}, std::string container = {});
+  // The control and every container it sits in are visible: the user can
+  // see it (a control on a hidden page is not shown).
+  bool Shown(std::string_view controlName) const;
+
+  // The buttons Enter and Esc press; "" for none.
+  std::string defaultButton;
+  std::string cancelButton;
 
   // The control that has the focus, as the view reports it.
   std::string activeControl;
@@ -115,10 +137,18 @@ class Form {
   virtual bool Validate(std::string_view controlName) { return true; }
   // The window's close box.
   virtual void QueryClose() { unloaded = true; }
+  // F1: the form's help page, if it has one.
+  virtual void Help() {}
 
   // Checks one option button and clears the others of its container.
   void SelectOption(std::string_view controlName);
 };
+
+// Moves the focus to `target` as the user does: the active control, when
+// another one, is validated first unless `target` does not cause validation.
+// False when validation kept the focus where it was (the caller then drops
+// the action that moved it); true with `target` now the active control.
+bool MoveFocus(Form& form, std::string_view target);
 
 class FormView {
  public:

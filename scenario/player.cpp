@@ -55,7 +55,7 @@ std::string Player::Path(const std::string& written) const {
 }
 
 std::optional<ScriptError> Player::Check(const Script& script) const {
-  for (const Step& step : script.steps) {
+  for (const ScriptStep& step : script.steps) {
     const auto* dialog = std::get_if<DialogStep>(&step.action);
     if (!dialog) continue;
     // A scratch user only reads the answer; nothing is shown.
@@ -70,7 +70,7 @@ bool Player::Running() const { return session_.AddIn() != nullptr; }
 
 PlayResult Player::Play(const Script& script) {
   result_ = PlayResult{};
-  for (const Step& step : script.steps) {
+  for (const ScriptStep& step : script.steps) {
     if (options_.endAt && session_.Client().Now() >= *options_.endAt) {
       result_.cut = true;
       break;
@@ -141,12 +141,12 @@ client::Ref<client::Explorer> Player::ActiveMainWindow() {
 
 // --- setting the scene --------------------------------------------------------
 
-void Player::Do(const Step&, const ClockStep& clock) {
+void Player::Do(const ScriptStep&, const ClockStep& clock) {
   if (Running()) throw std::runtime_error("the clock can be set only while the client is closed; use wait");
   session_.Client().SetNow(clock.at);
 }
 
-void Player::Do(const Step&, const FileStep& file) {
+void Player::Do(const ScriptStep&, const FileStep& file) {
   const fs::path path = PathOf(Path(file.path));
   if (path.has_parent_path()) fs::create_directories(path.parent_path());
   {
@@ -157,35 +157,35 @@ void Player::Do(const Step&, const FileStep& file) {
   fs::last_write_time(path, FileTime(session_.Client().Now()));
 }
 
-void Player::Do(const Step&, const TouchStep& touch) {
+void Player::Do(const ScriptStep&, const TouchStep& touch) {
   const fs::path path = PathOf(Path(touch.path));
   if (!fs::exists(path)) throw std::runtime_error("there is no file " + Quote(touch.path) + " to touch");
   const double now = session_.Client().Now();
   fs::last_write_time(path, FileTime(touch.when ? touch.when->Resolve(now) : now));
 }
 
-void Player::Do(const Step&, const RegistryStep& value) {
+void Player::Do(const ScriptStep&, const RegistryStep& value) {
   if (!qorvane::settings::WriteOwnString(value.name.c_str(), value.value))
     throw std::runtime_error("the registry value " + value.name + " could not be written");
 }
 
-void Player::Do(const Step&, const UnresolvableStep& address) { session_.Client().MarkUnresolvable(address.address); }
+void Player::Do(const ScriptStep&, const UnresolvableStep& address) { session_.Client().MarkUnresolvable(address.address); }
 
-void Player::Do(const Step&, const SyncStep& sync) {
+void Player::Do(const ScriptStep&, const SyncStep& sync) {
   session_.Client().SetSyncFinishesLater(sync.hold);
   if (!sync.hold && session_.Client().SyncRunning()) session_.Client().FinishSync();
 }
 
 // --- the client --------------------------------------------------------------
 
-void Player::Do(const Step&, const StartStep& start) {
+void Player::Do(const ScriptStep&, const StartStep& start) {
   if (Running()) throw std::runtime_error("the client is already running");
   if (start.mainWindow) session_.OpenMainWindow();
   hadMainWindow_ = start.mainWindow;
   session_.Start();
 }
 
-void Player::Do(const Step&, const QuitStep&) {
+void Player::Do(const ScriptStep&, const QuitStep&) {
   NeedRunning("quit");
   sim::SimClient& client = session_.Client();
   std::vector<client::Ref<client::Inspector>> windows;
@@ -199,7 +199,7 @@ void Player::Do(const Step&, const QuitStep&) {
   session_.Stop();
 }
 
-void Player::Do(const Step&, const MainWindowStep& window) {
+void Player::Do(const ScriptStep&, const MainWindowStep& window) {
   NeedRunning(window.open ? "open main window" : "close main window");
   if (window.open) {
     session_.OpenMainWindow();
@@ -209,7 +209,7 @@ void Player::Do(const Step&, const MainWindowStep& window) {
   }
 }
 
-void Player::Do(const Step&, const WaitStep& wait) {
+void Player::Do(const ScriptStep&, const WaitStep& wait) {
   const double now = session_.Client().Now();
   double until = wait.until.Resolve(now);
   if (until < now) throw std::runtime_error("that time has passed: the clock reads " + ClockText(now));
@@ -222,13 +222,13 @@ void Player::Do(const Step&, const WaitStep& wait) {
 
 // --- the person ----------------------------------------------------------------
 
-void Player::Do(const Step&, const ComposeStep& compose) {
+void Player::Do(const ScriptStep&, const ComposeStep& compose) {
   NeedRunning("compose");
   session_.ComposeMail(compose.subject, compose.to, compose.body, !compose.withoutSend);
   lastWindowSubject_ = compose.subject;
 }
 
-void Player::Do(const Step&, const EditStep& edit) {
+void Player::Do(const ScriptStep&, const EditStep& edit) {
   const auto window = session_.WindowOf(edit.subject);
   if (!window) throw std::runtime_error("no window shows the mail " + Quote(edit.subject));
   const sim::SimClient::Offstage offstage(session_.Client());
@@ -243,7 +243,7 @@ void Player::Do(const Step&, const EditStep& edit) {
   }
 }
 
-void Player::Do(const Step&, const WindowStep& window) {
+void Player::Do(const ScriptStep&, const WindowStep& window) {
   if (!window.open) {
     const auto shown = session_.WindowOf(window.subject);
     if (!shown) throw std::runtime_error("no window shows the mail " + Quote(window.subject));
@@ -257,7 +257,7 @@ void Player::Do(const Step&, const WindowStep& window) {
   lastWindowSubject_ = window.subject;
 }
 
-void Player::DropLeftovers(const Step& step, std::size_t dialogsBefore) {
+void Player::DropLeftovers(const ScriptStep& step, std::size_t dialogsBefore) {
   const std::size_t answers = session_.User().Pending();
   const bool noDialog = session_.User().Shown().size() == dialogsBefore;
   session_.User().DropPending();
@@ -266,7 +266,7 @@ void Player::DropLeftovers(const Step& step, std::size_t dialogsBefore) {
     Fail(step.line, std::to_string(answers) + " dialog answer(s) dropped: no dialog opened for them");
 }
 
-void Player::Do(const Step& step, const PressStep& press) {
+void Player::Do(const ScriptStep& step, const PressStep& press) {
   const std::string subject = press.subject.value_or(lastWindowSubject_);
   const std::size_t dialogsBefore = session_.User().Shown().size();
   const auto window = session_.WindowOf(subject);
@@ -276,20 +276,20 @@ void Player::Do(const Step& step, const PressStep& press) {
   if (!pressed) throw std::runtime_error("the window of " + Quote(subject) + " has no \"Qorvane\" button");
 }
 
-void Player::Do(const Step&, const AttachStep& attach) {
+void Player::Do(const ScriptStep&, const AttachStep& attach) {
   std::vector<std::string> references;
   for (const std::string& path : attach.paths) references.push_back(Path(path));
   picker_.Pick(std::move(references));
 }
 
-void Player::Do(const Step&, const DialogStep& dialog) {
+void Player::Do(const ScriptStep&, const DialogStep& dialog) {
   std::string error;
   if (!session_.User().Queue(Expand(dialog.text), &error)) throw std::runtime_error("dialog: " + error);
 }
 
-void Player::Do(const Step&, const AnswerStep& answer) { session_.Client().QueueMessageBoxAnswer(answer.button); }
+void Player::Do(const ScriptStep&, const AnswerStep& answer) { session_.Client().QueueMessageBoxAnswer(answer.button); }
 
-void Player::Do(const Step&, const SelectStep& select) {
+void Player::Do(const ScriptStep&, const SelectStep& select) {
   const auto window = ActiveMainWindow();
   std::vector<client::Ref<client::Item>> items;
   {
@@ -311,7 +311,7 @@ void Player::Do(const Step&, const SelectStep& select) {
   session_.Client().Select(window, items);
 }
 
-void Player::Do(const Step& step, const ClickStep& click) {
+void Player::Do(const ScriptStep& step, const ClickStep& click) {
   const char* tag = click.entry == "options" ? "KelmoraQorvaneOptions" : "KelmoraQorvaneAbout";
   const std::size_t dialogsBefore = session_.User().Shown().size();
   const bool clicked = session_.PressMenuEntry(ActiveMainWindow(), tag);
@@ -321,7 +321,7 @@ void Player::Do(const Step& step, const ClickStep& click) {
   if (!clicked) throw std::runtime_error("the main window's Help menu has no " + click.entry + " entry of the add-in");
 }
 
-void Player::Do(const Step& step, const ExpectStep& expect) {
+void Player::Do(const ScriptStep& step, const ExpectStep& expect) {
   ++result_.expectationsChecked;
   const std::string failure = Check(expect);
   if (!failure.empty()) Fail(step.line, failure);

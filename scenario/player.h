@@ -31,8 +31,8 @@ namespace scenario {
 class PlayObserver {
  public:
   virtual ~PlayObserver() = default;
-  virtual void BeforeStep(const Step&) {}
-  virtual void AfterStep(const Step&) {}
+  virtual void BeforeStep(const ScriptStep&) {}
+  virtual void AfterStep(const ScriptStep&) {}
   // Around one delivery of the timers due at `due` (the clock reads `due`,
   // rounded up to the second, when the timers run).
   virtual void BeforeTick(double due) {}
@@ -88,32 +88,32 @@ class Player {
   // for it are for its dialogs only, so what is left over is dropped (and is
   // a failure when the action opened no dialog at all), never handed to the
   // next mail's dialog.
-  void DropLeftovers(const Step& step, std::size_t dialogsBefore);
+  void DropLeftovers(const ScriptStep& step, std::size_t dialogsBefore);
   client::Ref<client::Explorer> ActiveMainWindow();
   void Fail(int line, const std::string& what);
   // What is wrong, or empty when the expectation holds (expectations.cpp).
   std::string Check(const ExpectStep& expect);
 
-  void Do(const Step&, const ClockStep&);
-  void Do(const Step&, const FileStep&);
-  void Do(const Step&, const TouchStep&);
-  void Do(const Step&, const RegistryStep&);
-  void Do(const Step&, const UnresolvableStep&);
-  void Do(const Step&, const SyncStep&);
-  void Do(const Step&, const StartStep&);
-  void Do(const Step&, const QuitStep&);
-  void Do(const Step&, const MainWindowStep&);
-  void Do(const Step&, const WaitStep&);
-  void Do(const Step&, const ComposeStep&);
-  void Do(const Step&, const EditStep&);
-  void Do(const Step&, const WindowStep&);
-  void Do(const Step&, const PressStep&);
-  void Do(const Step&, const AttachStep&);
-  void Do(const Step&, const DialogStep&);
-  void Do(const Step&, const AnswerStep&);
-  void Do(const Step&, const SelectStep&);
-  void Do(const Step&, const ClickStep&);
-  void Do(const Step&, const ExpectStep&);
+  void Do(const ScriptStep&, const ClockStep&);
+  void Do(const ScriptStep&, const FileStep&);
+  void Do(const ScriptStep&, const TouchStep&);
+  void Do(const ScriptStep&, const RegistryStep&);
+  void Do(const ScriptStep&, const UnresolvableStep&);
+  void Do(const ScriptStep&, const SyncStep&);
+  void Do(const ScriptStep&, const StartStep&);
+  void Do(const ScriptStep&, const QuitStep&);
+  void Do(const ScriptStep&, const MainWindowStep&);
+  void Do(const ScriptStep&, const WaitStep&);
+  void Do(const ScriptStep&, const ComposeStep&);
+  void Do(const ScriptStep&, const EditStep&);
+  void Do(const ScriptStep&, const WindowStep&);
+  void Do(const ScriptStep&, const PressStep&);
+  void Do(const ScriptStep&, const AttachStep&);
+  void Do(const ScriptStep&, const DialogStep&);
+  void Do(const ScriptStep&, const AnswerStep&);
+  void Do(const ScriptStep&, const SelectStep&);
+  void Do(const ScriptStep&, const ClickStep&);
+  void Do(const ScriptStep&, const ExpectStep&);
 
   Session& session_;
   PlayOptions options_;

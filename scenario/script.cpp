@@ -449,7 +449,7 @@ ParsedScript ParseScript(std::string_view text) {
       const std::string_view rest = Trim(source.substr(verb.size()));
       // A dialog's answer is not split: it goes on as written.
       Words words(verb == "dialog" ? std::vector<Word>() : SplitWords(rest));
-      script.steps.push_back(Step{number, std::string(source), ParseAction(verb, words, rest)});
+      script.steps.push_back(ScriptStep{number, std::string(source), ParseAction(verb, words, rest)});
     } catch (const Failure& failure) {
       parsed.error = ScriptError{number, failure.message};
       return parsed;

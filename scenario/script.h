@@ -95,14 +95,14 @@ using Action = std::variant<ClockStep, FileStep, TouchStep, RegistryStep, Unreso
                             QuitStep, MainWindowStep, WaitStep, ComposeStep, EditStep, WindowStep, PressStep,
                             AttachStep, DialogStep, AnswerStep, SelectStep, ClickStep, ExpectStep>;
 
-struct Step {
+struct ScriptStep {
   int line = 0;
   std::string source;  // the line as written, comment and blanks taken off
   Action action;
 };
 
 struct Script {
-  std::vector<Step> steps;
+  std::vector<ScriptStep> steps;
 };
 
 struct ScriptError {

@@ -1,184 +1,76 @@
-// The scripted user: queued answers played into the schedule dialogs, with
-// the effect each dialog has on the hand-over's record.
+// The scripted user: queued steps played into the form shown, as the
+// Windows view would deliver a person's clicks and keys.
 #include "scenario/scripted_user.h"
 
-#include <optional>
+#include <algorithm>
 
 #include "base/ole_date.h"
-#include "base/variant.h"
-#include "infra/cdebug.h"
-#include "platform/message_box.h"
-#include "schedule/mail_props.h"
+#include "base/runtime_text.h"
+#include "base/utf8_text.h"
+#include "scenario/scripted_user_decisions.h"
 
 namespace scenario {
 namespace {
 
-constexpr const char* kPatternNotValid = "Recurrence pattern is not valid";
-constexpr const char* kNumberNotValid = "The number is not valid.";
-// A shown end option of "no end" keeps this many occurrences in the count box.
-constexpr std::int32_t kShownOccurrences = 10;
-// The engine lists at most this many occurrences up to an end date.
-constexpr std::size_t kOccurrenceCap = 999;
+using qorvane::forms::Control;
+using qorvane::forms::ControlKind;
+using qorvane::forms::Form;
 
-// What the one-time dialog's pickers give: the date, and the hour and
-// minute of the time, seconds dropped.
-double PickedTime(double value) {
-  const qorvane::TimeOfDay time = qorvane::ToTimeOfDay(value);
-  return qorvane::DatePart(value) + qorvane::TimeSerial(time.hour, time.minute, 0);
+// Focus asked for by a handler (SetFocus) moves at once, as the view does.
+void ApplyFocusRequest(Form& form) {
+  if (form.focusRequest.empty()) return;
+  form.activeControl = form.focusRequest;
+  form.focusRequest.clear();
 }
 
-// The recurrence dialog's controls that an answer may leave as they are.
-struct RecurrenceControls {
-  double startDate = 0.0;
-  double startTime = 0.0;
+// The scripted user's pickers current for one step; a step played inside
+// another (a dialog shown by a handler) finds them in place already.
+class ChosenPathsInPlace {
+ public:
+  explicit ChosenPathsInPlace(qorvane::FilePickerService& chosen, qorvane::FilePickerService*& fallback)
+      : previous_(&qorvane::CurrentFilePicker()), installed_(previous_ != &chosen) {
+    if (!installed_) return;
+    fallback = previous_;
+    qorvane::SetFilePicker(&chosen);
+  }
+  ~ChosenPathsInPlace() {
+    if (installed_) qorvane::SetFilePicker(previous_ == &qorvane::PlatformFilePicker() ? nullptr : previous_);
+  }
+  ChosenPathsInPlace(const ChosenPathsInPlace&) = delete;
+  ChosenPathsInPlace& operator=(const ChosenPathsInPlace&) = delete;
+
+ private:
+  qorvane::FilePickerService* previous_;
+  bool installed_;
 };
 
-// A refusal as the dialog shows it: a plain message box, and the log.
-bool Refuse(const std::string& message, bool messages) {
-  if (messages) {
-    qorvane::MsgBox(message);
-    g_debug.OutWarning("frmRecurrence", message);
-  }
-  return false;
-}
-
-// The pattern page and the range's start into rec, with the dialog's checks.
-bool StorePattern(CMailProps& rec, const RecurrenceAnswer& a, const RecurrenceControls& shown, bool messages) {
-  const bool everyWeekday = a.recurrenceType == qorvane::kRecursDaily && a.everyWeekday;
-  const bool usesInterval = a.recurrenceType != qorvane::kRecursYearly && a.recurrenceType != qorvane::kRecursYearNth;
-  if (usesInterval && !everyWeekday && a.interval < 1) return Refuse(kNumberNotValid, messages);
-  const bool usesDay = a.recurrenceType == qorvane::kRecursMonthly || a.recurrenceType == qorvane::kRecursYearly;
-  if (usesDay && a.dayOfMonth < 1) return Refuse(kNumberNotValid, messages);
-  if (usesDay && a.dayOfMonth > 31) return Refuse(kPatternNotValid, messages);
-  const double startDate = a.startDate.value_or(shown.startDate);
-  if (a.recurrenceType == qorvane::kRecursMonthly && a.dayOfMonth >= 29 && messages) {
-    const std::string day = std::to_string(a.dayOfMonth);
-    if (qorvane::MsgBox("Some months have fewer than " + day +
-                            " days. For thease months, the occurrence will fall on the last day of the month.",
-                        qorvane::vbOKCancel) == qorvane::vbCancel)
-      return false;
-  }
-  if (a.recurrenceType == qorvane::kRecursYearly &&
-      (a.monthOfYear < 1 || a.monthOfYear > 12 ||
-       a.dayOfMonth > qorvane::DaysInMonth(qorvane::Year(startDate), a.monthOfYear)))
-    return Refuse(kPatternNotValid, messages);
-
-  rec.m_PatternStartDate = qorvane::DatePart(startDate);
-  const qorvane::TimeOfDay time = qorvane::ToTimeOfDay(a.startTime.value_or(shown.startTime));
-  rec.m_StartTime = qorvane::TimeSerial(time.hour, time.minute, 0);
-  rec.m_RecurrenceType = a.recurrenceType;
-  switch (a.recurrenceType) {
-    case qorvane::kRecursDaily:
-      rec.m_Interval = everyWeekday ? 0 : a.interval;
-      rec.m_DayOfWeekMask = everyWeekday ? 62 : 0;
-      break;
-    case qorvane::kRecursWeekly:
-      if ((a.dayOfWeekMask & 127) == 0) return Refuse(kPatternNotValid, messages);
-      rec.m_Interval = a.interval;
-      rec.m_DayOfWeekMask = a.dayOfWeekMask & 127;
-      break;
-    case qorvane::kRecursMonthly:
-      rec.m_Interval = a.interval;
-      rec.m_DayOfMonth = a.dayOfMonth;
-      break;
-    case qorvane::kRecursMonthNth:
-    case qorvane::kRecursYearNth:
-      if (a.instance < 1 || a.instance > 5 || a.dayOfWeekMask < 1 || a.dayOfWeekMask > 127)
-        return Refuse(kPatternNotValid, messages);
-      if (a.recurrenceType == qorvane::kRecursMonthNth) rec.m_Interval = a.interval;
-      rec.m_Instance = a.instance;
-      rec.m_DayOfWeekMask = a.dayOfWeekMask;
-      if (a.recurrenceType == qorvane::kRecursYearNth) {
-        if (a.monthOfYear < 1 || a.monthOfYear > 12) return Refuse(kPatternNotValid, messages);
-        rec.m_MonthOfYear = a.monthOfYear;
-      }
-      break;
-    case qorvane::kRecursYearly:
-      rec.m_MonthOfYear = a.monthOfYear;
-      rec.m_DayOfMonth = a.dayOfMonth;
-      break;
-    default:
-      return Refuse(kPatternNotValid, messages);
-  }
-  return true;
-}
-
-struct EndRange {
-  std::int32_t count = 0;
-  double endDate = 0.0;
-};
-
-// The dialog's occurrence calculation: the pattern's occurrences up to a
-// count or an end date; an empty list counts as its first occurrence alone.
-std::optional<EndRange> CalcOccurrences(CMailProps pattern, const qorvane::Variant& limit) {
-  std::optional<qorvane::DateList> list = pattern.GetOccurrences(limit);
-  if (!list) return std::nullopt;
-  if (list->empty()) {
-    list = pattern.GetOccurrences(qorvane::Variant(1));
-    if (!list || list->empty()) return std::nullopt;
-  }
-  return EndRange{static_cast<std::int32_t>(list->size()), qorvane::DatePart(list->back())};
-}
-
-// The end option into rec, with the end date kept in step as the dialog keeps it.
-bool StoreEnd(CMailProps& rec, const RecurrenceAnswer& a, bool messages) {
-  CMailProps pattern = rec;
-  pattern.m_IsRecurring = true;
-  switch (a.end) {
-    case RecurrenceEnd::NoEnd: {
-      const auto range = CalcOccurrences(pattern, qorvane::Variant(kShownOccurrences));
-      if (range) rec.m_PatternEndDate = range->endDate;
-      rec.m_NoEndDate = true;
-      rec.m_Occurrences = 0;
-      return true;
-    }
-    case RecurrenceEnd::AfterOccurrences: {
-      if (a.occurrences < 1) return Refuse(kNumberNotValid, messages);
-      const auto range = CalcOccurrences(pattern, qorvane::Variant(a.occurrences));
-      if (range) rec.m_PatternEndDate = range->endDate;
-      rec.m_NoEndDate = false;
-      rec.m_Occurrences = a.occurrences;
-      return true;
-    }
-    case RecurrenceEnd::ByDate: {
-      const double chosen = qorvane::DatePart(a.endDate);
-      const auto range = CalcOccurrences(pattern, qorvane::Variant(qorvane::DateValue{chosen}));
-      if (!range) return Refuse(kPatternNotValid, messages);
-      rec.m_PatternEndDate = chosen;
-      if (range->count == 1 || (static_cast<std::size_t>(range->count) == kOccurrenceCap && range->endDate < chosen))
-        rec.m_PatternEndDate = range->endDate;
-      rec.m_NoEndDate = false;
-      rec.m_Occurrences = range->count;
-      return true;
-    }
-  }
-  return false;
-}
-
-// What opening frmRecurrence does to a record that does not recur yet.
-void LoadRecurrenceDefaults(CMailProps& rec) {
-  const double send = rec.m_ScheduleTime;
-  rec.m_RecurrenceType = qorvane::kRecursWeekly;
-  rec.m_Interval = 1;
-  rec.m_DayOfWeekMask = 1 << (qorvane::Weekday(send, 1) - 1);
-  rec.m_PatternStartDate = qorvane::DatePart(send);
-  const qorvane::TimeOfDay time = qorvane::ToTimeOfDay(send);
-  rec.m_StartTime = qorvane::TimeSerial(time.hour, time.minute, 0);
-  rec.m_PatternEndDate = rec.m_PatternStartDate;
-  rec.m_NoEndDate = true;
-  rec.m_Occurrences = 0;
-  // The end-range synchronisation: the end date of ten occurrences.
-  CMailProps pattern = rec;
-  pattern.m_IsRecurring = true;
-  if (const auto range = CalcOccurrences(pattern, qorvane::Variant(kShownOccurrences)))
-    rec.m_PatternEndDate = range->endDate;
+bool Expected(const Form& form, const Step& step, std::string& shown) {
+  if (step.control == "form") return (shown = form.name) == step.value;
+  if (step.control == "focus") return (shown = form.activeControl) == step.value;
+  const Control& control = form[step.control];
+  const std::string word = qorvane::LCase(step.value);
+  if (word == "enabled" || word == "disabled") return (shown = control.enabled ? "enabled" : "disabled") == word;
+  if ((word == "shown" || word == "hidden") && control.kind != ControlKind::Page)
+    return (shown = form.Shown(step.control) ? "shown" : "hidden") == word;
+  shown = ShownValue(control);
+  if (control.kind == ControlKind::OptionButton || control.kind == ControlKind::CheckBox ||
+      control.kind == ControlKind::Page)
+    return shown == word;
+  return shown == step.value;
 }
 
 }  // namespace
 
-void ScriptedUser::Queue(Answer answer) { answers_.push_back(std::move(answer)); }
-
 bool ScriptedUser::Queue(std::string_view text, std::string* error) {
+  if (IsStepLine(text)) {
+    ParsedStep parsed = ParseStep(text);
+    if (!parsed.step) {
+      if (error) *error = parsed.error;
+      return false;
+    }
+    Queue(std::move(*parsed.step));
+    return true;
+  }
   ParsedAnswer parsed = ParseAnswer(text);
   if (!parsed.answer) {
     if (error) *error = parsed.error;
@@ -188,78 +80,243 @@ bool ScriptedUser::Queue(std::string_view text, std::string* error) {
   return true;
 }
 
+void ScriptedUser::Queue(Answer answer) { queue_.push_back({std::move(answer), 0}); }
+void ScriptedUser::Queue(Step step) { queue_.push_back({std::move(step), 0}); }
+
 std::size_t ScriptedUser::Count(std::string_view form) const {
-  std::size_t count = 0;
-  for (const ShownDialog& shown : shown_) count += shown.form == form ? 1 : 0;
-  return count;
+  return static_cast<std::size_t>(
+      std::count_if(shown_.begin(), shown_.end(), [&](const ShownDialog& shown) { return shown.form == form; }));
 }
 
-void ScriptedUser::Record(const char* form) {
+void ScriptedUser::Record(const Form& form) {
   ShownDialog shown;
-  shown.form = form;
+  shown.form = form.name;
   shown.keepOnTop = g_HandOver.m_OnTop;
   shown.openerRect = g_HandOver.m_OpenerRect;
   if (g_HandOver.m_MailProps) shown.sendTimeShown = g_HandOver.m_MailProps->m_ScheduleTime;
   shown_.push_back(std::move(shown));
 }
 
-void ScriptedUser::ShowOnce() {
-  Record("frmOnce");
-  if (!g_HandOver.m_MailProps || answers_.empty()) return;
-  CMailProps& record = *g_HandOver.m_MailProps;
-  const Answer answer = std::move(answers_.front());
-  answers_.pop_front();
-  if (const auto* once = std::get_if<OnceAnswer>(&answer)) {
-    if (once->button == Button::OK) {
-      record.m_ScheduleTime = PickedTime(once->sendTime);
-      dialogs::ConfirmHandOver();
+void ScriptedUser::Notify(const Form& form, const std::string& event) const {
+  if (observer_) observer_(form, event);
+}
+
+void ScriptedUser::Problem(const Form& form, const Step& step, const std::string& what) {
+  problems_.push_back(form.name + ": " + StepText(step) + ": " + what);
+}
+
+void ScriptedUser::DropDecision(int decision) {
+  if (decision == 0) return;
+  queue_.erase(std::remove_if(queue_.begin(), queue_.end(), [&](const Entry& entry) { return entry.decision == decision; }),
+               queue_.end());
+}
+
+void ScriptedUser::Expand(const Answer& answer, const Form& form) {
+  const Decision decision = DecideIn(answer, form);
+  const int id = ++decisions_;
+  // In front of what is queued, in their order; a decision for the other
+  // dialog follows the switch to it.
+  if (decision.switchesDialog) queue_.push_front({answer, 0});
+  for (auto step = decision.steps.rbegin(); step != decision.steps.rend(); ++step) queue_.push_front({*step, id});
+}
+
+void ScriptedUser::ShowModal(Form& form) {
+  Record(form);
+  form.Load();
+  ApplyFocusRequest(form);
+  Notify(form, "shown");
+  while (!form.unloaded) {
+    if (queue_.empty()) {
+      form.QueryClose();
+      break;
     }
-    return;
+    Entry entry = std::move(queue_.front());
+    queue_.pop_front();
+    if (const Answer* answer = std::get_if<Answer>(&entry.what)) {
+      Expand(*answer, form);
+      continue;
+    }
+    const Step& step = std::get<Step>(entry.what);
+    const bool played = Play(form, step);
+    Notify(form, StepText(step) + (played ? "" : " (refused)"));
+    if (!played || form.unloaded) DropDecision(entry.decision);
   }
-  if (std::holds_alternative<RecurrenceAnswer>(answer)) {
-    // "Recurrence...": the shown date and time become the start.
-    record.m_ScheduleTime = PickedTime(record.m_ScheduleTime);
-    answers_.push_front(answer);
-    dialogs::CurrentDialogService().ShowRecurrence();
+  Notify(form, "closed");
+}
+
+bool ScriptedUser::Act(Form& form, std::string_view text) {
+  ParsedStep parsed = ParseStep(text);
+  if (!parsed.step) {
+    problems_.push_back(form.name + ": " + parsed.error);
+    return false;
+  }
+  return Play(form, *parsed.step);
+}
+
+std::string ScriptedUser::ChosenPaths::OpenFile(const qorvane::OpenFileRequest& request) {
+  if (paths.empty()) return fallback ? fallback->OpenFile(request) : std::string();
+  std::string path = std::move(paths.front());
+  paths.pop_front();
+  return path;
+}
+
+std::string ScriptedUser::ChosenPaths::OpenFolder(std::size_t bufferChars) {
+  if (paths.empty()) return fallback ? fallback->OpenFolder(bufferChars) : std::string();
+  std::string path = std::move(paths.front());
+  paths.pop_front();
+  return path;
+}
+
+bool ScriptedUser::Play(Form& form, const Step& step) {
+  const ChosenPathsInPlace pickers(chosen_, chosen_.fallback);
+  try {
+    const bool played = PlayStep(form, step);
+    ApplyFocusRequest(form);
+    return played;
+  } catch (const std::exception& error) {
+    // A control the form lacks (error 9) or a handler that let a failure out.
+    Problem(form, step, error.what());
+    return false;
   }
 }
 
-void ScriptedUser::ShowRecurrence() {
-  Record("frmRecurrence");
-  if (!g_HandOver.m_MailProps) return;
-  CMailProps& record = *g_HandOver.m_MailProps;
-  if (!record.m_IsRecurring) LoadRecurrenceDefaults(record);
-  const RecurrenceControls shown{record.m_PatternStartDate, record.m_StartTime};
-  // A refused answer keeps the dialog open for the next one.
-  while (!answers_.empty()) {
-    const Answer answer = std::move(answers_.front());
-    answers_.pop_front();
-    if (std::holds_alternative<CancelAnswer>(answer)) return;
-    if (std::holds_alternative<OnceAnswer>(answer)) {
-      // "Remove Recurrence", then the one-time dialog answers.
-      record.m_IsRecurring = false;
-      answers_.push_front(answer);
-      dialogs::CurrentDialogService().ShowOnce();
-      return;
+bool ScriptedUser::PlayStep(Form& form, const Step& step) {
+  if (step.kind == StepKind::Choose) {
+    chosen_.paths.push_back(step.value);
+    return true;
+  }
+  if (step.kind == StepKind::Close) {
+    form.QueryClose();
+    return true;
+  }
+  if (step.kind == StepKind::Expect) {
+    std::string shown;
+    if (!Expected(form, step, shown)) Problem(form, step, "shows \"" + shown + "\"");
+    return true;
+  }
+  if (step.kind == StepKind::Press) {
+    if (step.control == "f1") {
+      form.Help();
+      return true;
     }
-    const auto& pattern = std::get<RecurrenceAnswer>(answer);
-    if (pattern.button == Button::Cancel) return;
-    CMailProps stored = record;
-    if (!StorePattern(stored, pattern, shown, true) || !StoreEnd(stored, pattern, true)) continue;
-    record = stored;
-    record.m_IsRecurring = true;
-    dialogs::ConfirmHandOver();
-    return;
+    const std::string& button = step.control == "enter" ? form.defaultButton : form.cancelButton;
+    if (button.empty()) return true;  // the key does nothing in this dialog
+    Step click{StepKind::Click, button, {}, {}, {}, {}};
+    return PlayStep(form, click);
+  }
+  if (step.kind == StepKind::Leave) {
+    if (form.activeControl != step.control) {
+      Problem(form, step, "the focus is on \"" + form.activeControl + "\"");
+      return false;
+    }
+    if (!form.Validate(step.control)) return false;
+    form.activeControl.clear();
+    return true;
+  }
+
+  Control& control = form[step.control];
+  if (!form.Shown(step.control) || !control.enabled) {
+    Problem(form, step, form.Shown(step.control) ? "the control is disabled" : "the control is not shown");
+    return false;
+  }
+  const auto expectKind = [&](bool right) {
+    if (!right) Problem(form, step, "not a control this step works on");
+    return right;
+  };
+  // A label takes no focus: clicking one (a link) only runs its handler.
+  if (control.kind == ControlKind::Label && step.kind == StepKind::Click) {
+    form.Click(step.control);
+    return true;
+  }
+  switch (step.kind) {
+    case StepKind::Click:
+      if (!expectKind(control.kind == ControlKind::Button || control.kind == ControlKind::OptionButton ||
+                      control.kind == ControlKind::CheckBox || control.kind == ControlKind::ListView))
+        return false;
+      if (!qorvane::forms::MoveFocus(form, step.control)) return false;
+      if (control.kind == ControlKind::OptionButton) form.SelectOption(step.control);
+      if (control.kind == ControlKind::CheckBox) control.checked = !control.checked;
+      form.Click(step.control);
+      return true;
+    case StepKind::Check:
+    case StepKind::Uncheck: {
+      if (!expectKind(control.kind == ControlKind::CheckBox)) return false;
+      if (control.checked == (step.kind == StepKind::Check)) return true;
+      Step click{StepKind::Click, step.control, {}, {}, {}, {}};
+      return PlayStep(form, click);
+    }
+    case StepKind::Type:
+      if (!expectKind(control.kind == ControlKind::TextBox)) return false;
+      if (!qorvane::forms::MoveFocus(form, step.control)) return false;
+      control.text = step.value;
+      control.selStart = static_cast<int>(qorvane::TextLength(control.text));
+      form.Change(step.control);
+      return true;
+    case StepKind::Set: {
+      const bool date = control.kind == ControlKind::DatePicker && step.date;
+      const bool time = control.kind == ControlKind::TimePicker && step.time;
+      if (!expectKind(date || time)) return false;
+      if (!qorvane::forms::MoveFocus(form, step.control)) return false;
+      // A picker changes the fields the user edits and keeps the others.
+      if (date) {
+        control.value = *step.date + qorvane::TimePart(control.value);
+      } else {
+        const qorvane::TimeOfDay picked = qorvane::ToTimeOfDay(*step.time);
+        const qorvane::TimeOfDay kept = qorvane::ToTimeOfDay(control.value);
+        control.value = qorvane::DatePart(control.value) + qorvane::TimeSerial(picked.hour, picked.minute, kept.second);
+      }
+      form.Change(step.control);
+      return true;
+    }
+    case StepKind::Pick: {
+      if (!expectKind(control.kind == ControlKind::ComboBox)) return false;
+      const auto item = std::find_if(control.items.begin(), control.items.end(), [&](const std::string& text) {
+        return qorvane::LCase(text) == qorvane::LCase(step.value);
+      });
+      if (item == control.items.end()) {
+        Problem(form, step, "the list has no such item");
+        return false;
+      }
+      if (!qorvane::forms::MoveFocus(form, step.control)) return false;
+      control.listIndex = static_cast<int>(item - control.items.begin());
+      form.Click(step.control);
+      return true;
+    }
+    case StepKind::Select: {
+      if (!expectKind(control.kind == ControlKind::ListView)) return false;
+      for (int row : step.rows) {
+        if (static_cast<std::size_t>(row) > control.rows.size()) {
+          Problem(form, step, "the list has " + std::to_string(control.rows.size()) + " rows");
+          return false;
+        }
+      }
+      if (!qorvane::forms::MoveFocus(form, step.control)) return false;
+      for (std::size_t i = 0; i < control.rows.size(); ++i)
+        control.rows[i].selected =
+            std::find(step.rows.begin(), step.rows.end(), static_cast<int>(i + 1)) != step.rows.end();
+      form.Click(step.control);
+      return true;
+    }
+    default:
+      return false;
   }
 }
 
-void ScriptedUser::ShowAbout() { Record("frmAbout"); }
+ScopedFormView::ScopedFormView(qorvane::forms::FormView& view) : previous_(&qorvane::forms::CurrentFormView()) {
+  qorvane::forms::SetFormView(&view);
+}
+
+ScopedFormView::~ScopedFormView() {
+  qorvane::forms::SetFormView(previous_ == &qorvane::forms::PlatformFormView() ? nullptr : previous_);
+}
 
 ScopedDialogService::ScopedDialogService(dialogs::DialogService& service)
     : previous_(&dialogs::CurrentDialogService()) {
   dialogs::SetDialogService(&service);
 }
 
-ScopedDialogService::~ScopedDialogService() { dialogs::SetDialogService(previous_); }
+ScopedDialogService::~ScopedDialogService() {
+  dialogs::SetDialogService(previous_ == &dialogs::FormDialogs() ? nullptr : previous_);
+}
 
 }  // namespace scenario

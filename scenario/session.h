@@ -6,7 +6,7 @@
 // with a fresh folder session, and on destruction closes the client if the
 // add-in is still loaded and puts back the process-wide state the add-in
 // changes (the recorded client version, the first day of the week, the
-// ignore list, the dialog hand-over, the dialog service). The add-in's log
+// ignore list, the dialog hand-over, the form view). The add-in's log
 // folder and registry are the caller's to choose.
 //
 // Lifecycle: one at a time per process, on one thread.
@@ -82,7 +82,7 @@ class Session {
  private:
   sim::SimClient client_;
   ScriptedUser user_;
-  ScopedDialogService dialogs_{user_};
+  ScopedFormView view_{user_};
   std::shared_ptr<Connect> addIn_;
   std::string savedVersion_;
   CIgnoreList savedIgnoreList_;

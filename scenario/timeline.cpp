@@ -61,7 +61,7 @@ Timeline::Timeline(Session& session, std::ostream& out) : session_(session), out
   before_ = TakePicture(session_);
 }
 
-std::string Timeline::Describe(const Step& step) {
+std::string Timeline::Describe(const ScriptStep& step) {
   struct Describer {
     std::string operator()(const ClockStep&) const { return {}; }
     std::string operator()(const FileStep& f) const { return "The file " + Quote(f.path) + " is written."; }
@@ -115,9 +115,9 @@ std::string Timeline::Describe(const Step& step) {
   return std::visit(Describer{}, step.action);
 }
 
-void Timeline::BeforeStep(const Step&) { before_ = TakePicture(session_); }
+void Timeline::BeforeStep(const ScriptStep&) { before_ = TakePicture(session_); }
 
-void Timeline::AfterStep(const Step& step) {
+void Timeline::AfterStep(const ScriptStep& step) {
   if (const auto* dialog = std::get_if<DialogStep>(&step.action)) {
     prepared_.push_back("the next dialog is answered: " + dialog->text);
   } else if (const auto* answer = std::get_if<AnswerStep>(&step.action)) {

@@ -27,8 +27,8 @@ class Timeline final : public PlayObserver {
  public:
   Timeline(Session& session, std::ostream& out);
 
-  void BeforeStep(const Step& step) override;
-  void AfterStep(const Step& step) override;
+  void BeforeStep(const ScriptStep& step) override;
+  void AfterStep(const ScriptStep& step) override;
   void BeforeTick(double due) override;
   void AfterTick() override;
   void Failed(int line, const std::string& what) override;
@@ -36,7 +36,7 @@ class Timeline final : public PlayObserver {
   // What a step says as the person's action; empty for a line that shows
   // nothing by itself (wait, expect) or that is shown with the next action
   // (dialog and message box answers, attachments picked).
-  static std::string Describe(const Step& step);
+  static std::string Describe(const ScriptStep& step);
 
  private:
   // Prints what changed since the last picture, under a head line when

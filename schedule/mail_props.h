@@ -162,6 +162,17 @@ class CMailProps {
   // date outside the calendar, is logged and yields no list at all.
   std::optional<qorvane::DateList> GetOccurrences(const qorvane::Variant& EndDateOrNumOccurrences);
 
+  // The self-check of the engine: the same listing as GetOccurrences, with
+  // the mail client's own calendar expanding the pattern alongside
+  // (GetOccurrences2); any difference in count or dates is shown in a
+  // message box kept in the foreground. The list returned is the engine's.
+  // (Defined with the store services, store/occurrence_self_check.cpp.)
+  std::optional<qorvane::DateList> GetOccurrencesDebug(const qorvane::Variant& EndDateOrNumOccurrences);
+  // The client calendar's side: the starts of the occurrences of a
+  // throw-away appointment ("QorvaneTestAppointment") carrying this
+  // pattern, ascending; short or empty after a logged failure.
+  qorvane::DateList GetOccurrences2(const qorvane::Variant& EndDateOrNumOccurrences);
+
   // The recurrence part as one line of text and back.
   std::string WriteToString();
   // A line that fails to read is logged; the fields read so far keep their

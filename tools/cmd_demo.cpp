@@ -83,7 +83,7 @@ fs::path MakeTemporaryFolder(const std::string& stem, const char* suffix) {
 
 // The first clock reading of the story: its opening "clock" line, if any.
 double StoryStart(const scenario::Script& script, double clientStart) {
-  for (const scenario::Step& step : script.steps) {
+  for (const scenario::ScriptStep& step : script.steps) {
     if (const auto* clock = std::get_if<scenario::ClockStep>(&step.action)) return clock->at;
     if (!std::holds_alternative<scenario::FileStep>(step.action) &&
         !std::holds_alternative<scenario::RegistryStep>(step.action))

@@ -30,6 +30,7 @@ const char* const kHelp =
     "  decode       read such a line and print its fields (named without m_)\n"
     "  registry     look at or change the add-in's registry values (HKCU)\n"
     "  ignore-list  show or change the names attached folders skip\n"
+    "  selfcheck    compare the engine's send times with a mail client's calendar\n"
     "\n"
     "Global options (anywhere on the line):\n"
     "  --locale NAME  read and write the add-in's dates as in NAME: en-US, en-GB,\n"
@@ -54,6 +55,7 @@ constexpr Command kCommands[] = {
     {"decode", RunDecode},
     {"registry", RunRegistry},
     {"ignore-list", RunIgnoreList},
+    {"selfcheck", RunSelfCheck},
 };
 
 // Takes --locale out of the arguments wherever it stands; the name, if given.

@@ -118,8 +118,9 @@ class DayCampaign : public AddInTest {
     // A start-up that failed before attaching stays loaded with what it set
     // up, without a tick; once attached, the tick always runs.
     const std::string state = scenario::StateName(S());
-    if (state == "attached" || state == "detached")
+    if (state == "attached" || state == "detached") {
       EXPECT_TRUE(TimerFormLoaded() && TimerForm().ctlTimer.Enabled()) << where << ": the tick is not armed";
+    }
   }
 
  private:

@@ -103,15 +103,13 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return std::string(info.param.name); });
 
 // Records whether the scheduler could run while a dialog was open.
-class SchedulerWatch final : public dialogs::DialogService {
+class SchedulerWatch final : public qorvane::forms::FormView {
  public:
   explicit SchedulerWatch(scenario::ScriptedUser& user) : user_(user) {}
-  void ShowOnce() override {
-    runningDuringDialog = TimerForm().ctlTimer.Enabled();
-    user_.ShowOnce();
+  void ShowModal(qorvane::forms::Form& form) override {
+    if (form.name == "frmOnce") runningDuringDialog = TimerForm().ctlTimer.Enabled();
+    user_.ShowModal(form);
   }
-  void ShowRecurrence() override { user_.ShowRecurrence(); }
-  void ShowAbout() override { user_.ShowAbout(); }
   bool runningDuringDialog = true;
 
  private:
@@ -124,7 +122,7 @@ TEST_F(MainWindowTest, OneMailIsEditedWithTheSchedulerPausedAndDueEditsGoOut) {
   const auto mail = Waiting("edited", At(2025, 3, 4, 9, 0));
   Client().Select(window_, {mail});
   SchedulerWatch watch(User());
-  scenario::ScopedDialogService installed(watch);
+  scenario::ScopedFormView installed(watch);
   User().Queue("once at 2025-03-03 09:00, OK");
   PressOptions();
   EXPECT_FALSE(watch.runningDuringDialog);

@@ -208,7 +208,7 @@ TEST(Script, KeepsLineNumbersAndSourcesAndSkipsCommentsAndBlanks) {
   const ParsedScript parsed = ParseScript("# a story\n\nstart   # the client\n\n  wait +1m\nquit");
   ASSERT_TRUE(parsed.script) << parsed.error.Text();
   std::vector<std::pair<int, std::string>> steps;
-  for (const Step& step : parsed.script->steps) steps.emplace_back(step.line, step.source);
+  for (const ScriptStep& step : parsed.script->steps) steps.emplace_back(step.line, step.source);
   EXPECT_EQ(steps, (std::vector<std::pair<int, std::string>>{{3, "start"}, {5, "wait +1m"}, {6, "quit"}}));
 }
 

@@ -9,6 +9,7 @@
 
 #include "base/ole_date.h"
 #include "dialogs/hand_over.h"
+#include "platform/file_picker.h"
 #include "platform/message_box.h"
 #include "scenario/scripted_user.h"
 #include "schedule/first_dow.h"
@@ -85,7 +86,7 @@ class ScriptedUserTest : public ::testing::Test {
   qorvane::testing::ScopedLogFolder log_;
   RecordedBoxes boxes_;
   ScriptedUser user_;
-  ScopedDialogService installed_{user_};
+  ScopedFormView installed_{user_};
   DialogHandOver saved_ = g_HandOver;
   std::shared_ptr<CMailProps> record_;
 };
@@ -208,8 +209,52 @@ TEST_F(ScriptedUserTest, RefusalsShowTheDialogsMessages) {
   }
 }
 
+// Counts the pickers nobody's chosen path answered.
+class UnansweredPicker final : public qorvane::FilePickerService {
+ public:
+  std::string OpenFile(const qorvane::OpenFileRequest&) override {
+    ++asked;
+    return {};
+  }
+  std::string OpenFolder(std::size_t) override {
+    ++asked;
+    return {};
+  }
+  int asked = 0;
+};
+
+// The pickers answer with the paths chosen, in order; "" cancels one, and a
+// picker opened with none left goes to the pickers in place before.
+TEST_F(ScriptedUserTest, ChosenPathsAnswerTheAttachmentsDialogsPickers) {
+  UnansweredPicker before;
+  qorvane::SetFilePicker(&before);
+  const bool confirmed =
+      Open(OneTime(), {"click btnAttachments", "choose C:\\Reports\\summary.pdf", "click btnAddFile",
+                       "choose C:\\Data", "click btnAddFolder", "choose \"\"", "click btnAddFile",
+                       "expect lvFiles summary.pdf | C:\\Reports\\summary.pdf; <LastModificated> | C:\\Data\\",
+                       "click btnAddFolder", "click btnOK", "once at 2025-03-07 09:45, OK"});
+  qorvane::SetFilePicker(nullptr);
+  EXPECT_TRUE(confirmed);
+  EXPECT_EQ(Forms(), (std::vector<std::string>{"frmOnce", "frmAttachments"}));
+  EXPECT_EQ(record_->m_collAttachments, (qorvane::AttachmentList{"C:\\Reports\\summary.pdf", "C:\\Data\\"}));
+  EXPECT_EQ(before.asked, 1) << "only the picker opened after the chosen paths ran out";
+  EXPECT_EQ(&qorvane::CurrentFilePicker(), &qorvane::PlatformFilePicker()) << "the pickers are put back";
+  EXPECT_TRUE(user_.Problems().empty()) << user_.Problems().front();
+}
+
+TEST(ChooseStep, ReadsThePathAndWritesItBack) {
+  for (const char* line : {"choose C:\\Reports\\summary.pdf", "choose \"\"", "choose D:\\My Files\\a b.txt"}) {
+    const ParsedStep parsed = ParseStep(line);
+    ASSERT_TRUE(parsed.step.has_value()) << line << ": " << parsed.error;
+    EXPECT_EQ(parsed.step->kind, StepKind::Choose);
+    EXPECT_EQ(StepText(*parsed.step), line);
+  }
+  EXPECT_FALSE(ParseStep("choose").step.has_value());
+  EXPECT_EQ(ParseStep("choose \"C:\\quoted path\"").step->value, "C:\\quoted path");
+}
+
 TEST_F(ScriptedUserTest, TheAboutBoxIsOnlyShown) {
-  user_.ShowAbout();
+  dialogs::CurrentDialogService().ShowAbout();
   EXPECT_EQ(user_.Count("frmAbout"), 1u);
 }
 
