@@ -5,6 +5,7 @@
 #include <map>
 
 #include "scenario/clock_text.h"
+#include "scenario/form_picture.h"
 #include "store/folder.h"
 
 namespace scenario {
@@ -59,6 +60,33 @@ std::string StateChange(const std::string& state, Session& session) {
 
 Timeline::Timeline(Session& session, std::ostream& out) : session_(session), out_(out) {
   before_ = TakePicture(session_);
+  session_.User().SetObserver(
+      [this](const qorvane::forms::Form& form, const std::string& event) { OnDialog(form, event); });
+}
+
+Timeline::~Timeline() { session_.User().SetObserver(nullptr); }
+
+void Timeline::OnDialog(const qorvane::forms::Form& form, const std::string& event) {
+  if (event == "shown") {
+    FlushDialogSteps();
+    std::string picture = Picture(form);
+    for (std::size_t start = 0; start < picture.size();) {
+      const std::size_t end = picture.find('\n', start);
+      const std::string line = picture.substr(start, end == std::string::npos ? std::string::npos : end - start);
+      dialogLines_.push_back((start == 0 ? "dialog " : "  ") + line);
+      start = end == std::string::npos ? picture.size() : end + 1;
+    }
+  } else if (event == "closed") {
+    FlushDialogSteps();
+  } else {
+    dialogSteps_.push_back(event);
+  }
+}
+
+void Timeline::FlushDialogSteps() {
+  if (dialogSteps_.empty()) return;
+  dialogLines_.push_back("  the person: " + Joined(dialogSteps_, "; "));
+  dialogSteps_.clear();
 }
 
 std::string Timeline::Describe(const ScriptStep& step) {
@@ -156,7 +184,11 @@ void Timeline::Report(const std::string& head, bool force) {
     prepared_.clear();
   }
   const auto& shown = session_.User().Shown();
-  if (after.dialogs > before.dialogs) {
+  FlushDialogSteps();
+  if (!dialogLines_.empty()) {
+    lines.insert(lines.end(), dialogLines_.begin(), dialogLines_.end());
+    dialogLines_.clear();
+  } else if (after.dialogs > before.dialogs) {
     std::vector<std::string> forms;
     for (std::size_t i = before.dialogs; i < after.dialogs && i < shown.size(); ++i) forms.push_back(shown[i].form);
     lines.push_back("dialog " + Joined(forms, ", then "));

@@ -4,7 +4,8 @@
 // copy sent with its time, To and attachments, Send/Receive runs, the
 // registry's "NextOccurence", new lines of the add-in's log, the client
 // closing). A timer tick is shown when it did something, and the first one
-// after each start always.
+// after each start always. Each dialog is drawn as it opens (its form
+// picture, form_picture.h), followed by what the person did in it.
 //
 //   Mon 2025-03-24 09:15:01  Tick
 //                              sent "Call me back" to anna@example.com
@@ -26,6 +27,9 @@ namespace scenario {
 class Timeline final : public PlayObserver {
  public:
   Timeline(Session& session, std::ostream& out);
+  ~Timeline() override;
+  Timeline(const Timeline&) = delete;
+  Timeline& operator=(const Timeline&) = delete;
 
   void BeforeStep(const ScriptStep& step) override;
   void AfterStep(const ScriptStep& step) override;
@@ -42,6 +46,9 @@ class Timeline final : public PlayObserver {
   // Prints what changed since the last picture, under a head line when
   // anything did (or always, with force).
   void Report(const std::string& head, bool force);
+  // Told by the scripted user: a form shown, a control step, a form closed.
+  void OnDialog(const qorvane::forms::Form& form, const std::string& event);
+  void FlushDialogSteps();
 
   Session& session_;
   std::ostream& out_;
@@ -49,6 +56,8 @@ class Timeline final : public PlayObserver {
   std::vector<std::string> prepared_;  // answers and picks waiting for the next action
   std::vector<std::string> failures_;  // shown under the step they belong to
   bool firstTickPending_ = false;
+  std::vector<std::string> dialogLines_;  // pictures and steps since the last report
+  std::vector<std::string> dialogSteps_;  // the steps in the dialog shown last
 };
 
 }  // namespace scenario

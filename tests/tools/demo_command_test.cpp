@@ -1,5 +1,6 @@
 // qorvane demo run in-process: the built-in week plays with every
-// expectation holding, in full, quiet, cut to a day and in another locale;
+// expectation holding, in full (the dialogs drawn as they open, with what the
+// person did in them), quiet, cut to a day and in another locale;
 // a story of one's own, good, failing or unreadable, gives the exit codes
 // the help promises; and the user's registry and log folder are left alone.
 #include <gtest/gtest.h>
@@ -43,7 +44,9 @@ TEST_F(DemoTest, TheBuiltInWeekPlaysWithEveryExpectationHolding) {
     std::vector<std::string> notShown;
   } cases[] = {
       {{"demo"},
-       {"The person presses \"Qorvane\".", "dialog frmOnce, then frmRecurrence",
+       {"The person presses \"Qorvane\".", "dialog [frmOnce] Qorvane",
+        "dialog [frmRecurrence] Qorvane Recurrence", "the person: click optRecurrence",
+        "the person: set ctlStartTime 16:00; click optMonthly; pick cboInstance3 last;",
         "sent \"Weekly figures\" to team@example.com, attached summary.txt, week-12.txt",
         "sent \"Weekly figures\" to team@example.com, attached summary.txt, week-13.txt",
         "message \"Microsoft Outlook can't recognize one or more recipients!\", answered OK",
