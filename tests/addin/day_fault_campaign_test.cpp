@@ -215,7 +215,10 @@ TEST_F(DayCampaign, NoMailLostNoOccurrenceTwiceTheTickKeptAndFailuresLogged) {
     }
   };
 
-  for (const auto& [operation, count] : calls) {
+  for (const auto& call : calls) {
+    // Named apart from the loop: the lambdas below capture it (clang 14).
+    const std::string& operation = call.first;
+    const std::int64_t count = call.second;
     for (const std::int64_t n : CallIndexes(count, kOnceIndexes)) {
       PlayDay([&](sim::SimClient& client) { client.FailCall(operation, n); });
       check("once", operation + " #" + std::to_string(n) + " once");
