@@ -60,6 +60,8 @@ class ScriptedUser final : public qorvane::forms::FormView {
   void Queue(Answer answer);
   void Queue(Step step);
   std::size_t Pending() const noexcept { return queue_.size(); }
+  // Forgets what no dialog took.
+  void DropPending() noexcept { queue_.clear(); }
 
   const std::vector<ShownDialog>& Shown() const noexcept { return shown_; }
   std::size_t Count(std::string_view form) const;

@@ -46,45 +46,88 @@ void Session::Disconnect() {
   client_.Install();
 }
 
-Session::Composed Session::ComposeMail(const std::string& subject, const std::string& to) {
+Session::Composed Session::ComposeMail(const std::string& subject, const std::string& to, const std::string& body,
+                                       bool sendOnStandard) {
   auto mail = client_.AddMail(client_.DefaultFolder(client::olFolderDrafts), subject, to);
-  auto window = client_.OpenInspector(mail);
+  if (!body.empty()) {
+    const sim::SimClient::Offstage offstage(client_);
+    mail->Body(body);
+  }
+  auto window = client_.OpenInspector(mail, sendOnStandard);
   return {std::move(mail), std::move(window)};
 }
 
 bool Session::PressQorvane(const client::Ref<client::Inspector>& window) {
-  const auto bars = window->CommandBars();
-  for (const char* tag : {"KelmoraQorvane", "KelmoraQorvane2"}) {
-    if (const auto button = bars->FindControl(0, 0, tag)) {
-      client_.Click(button);
-      return true;
+  client::Ref<client::CommandBarControl> button;
+  {
+    const sim::SimClient::Offstage offstage(client_);
+    const auto bars = window->CommandBars();
+    for (const char* tag : {"KelmoraQorvane", "KelmoraQorvane2"}) {
+      if ((button = bars->FindControl(0, 0, tag))) break;
     }
   }
-  return false;
+  if (!button) return false;
+  client_.Click(button);
+  return true;
 }
 
 bool Session::PressMenuEntry(const client::Ref<client::Explorer>& window, const std::string& tag) {
-  const auto entry = window->CommandBars()->FindControl(0, 0, tag);
+  client::Ref<client::CommandBarControl> entry;
+  {
+    const sim::SimClient::Offstage offstage(client_);
+    entry = window->CommandBars()->FindControl(0, 0, tag);
+  }
   if (!entry) return false;
   client_.Click(entry);
   return true;
 }
 
-client::Ref<client::MAPIFolder> Session::DeferredFolder() {
+client::Ref<client::MAPIFolder> Session::DeferredFolder() { return FolderNamed(Main::kQorvaneFolderName); }
+
+client::Ref<client::MAPIFolder> Session::FolderNamed(const std::string& name) {
+  const sim::SimClient::Offstage offstage(client_);
   const auto folders = client_.Root()->Folders();
   for (long i = 1, count = folders->Count(); i <= count; ++i) {
     auto folder = folders->Item(i);
-    if (folder->Name() == Main::kQorvaneFolderName) return folder;
+    if (folder->Name() == name) return folder;
   }
   return nullptr;
 }
 
 std::vector<std::string> Session::Subjects(const client::Ref<client::MAPIFolder>& folder) {
+  const sim::SimClient::Offstage offstage(client_);
   std::vector<std::string> subjects;
   if (!folder) return subjects;
   const auto items = folder->Items();
   for (long i = 1, count = items->Count(); i <= count; ++i) subjects.push_back(items->Item(i)->Subject());
   return subjects;
+}
+
+client::Ref<client::Inspector> Session::WindowOf(const std::string& subject) {
+  const sim::SimClient::Offstage offstage(client_);
+  const auto windows = client_.Application()->Inspectors();
+  for (long i = windows->Count(); i >= 1; --i) {
+    auto window = windows->Item(i);
+    const auto item = window->CurrentItem();
+    if (item && item->Subject() == subject) return window;
+  }
+  return nullptr;
+}
+
+client::Ref<client::Item> Session::FindMail(const std::string& subject) {
+  std::vector<client::Ref<client::MAPIFolder>> folders;
+  if (auto deferred = DeferredFolder()) folders.push_back(std::move(deferred));
+  const sim::SimClient::Offstage offstage(client_);
+  for (const long type : {client::olFolderDrafts, client::olFolderInbox, client::olFolderOutbox, client::olFolderSentMail})
+    folders.push_back(client_.DefaultFolder(type));
+  for (const auto& folder : folders) {
+    const auto items = folder->Items();
+    for (long i = 1, count = items->Count(); i <= count; ++i) {
+      auto item = items->Item(i);
+      if (item->Subject() == subject) return item;
+    }
+  }
+  return nullptr;
 }
 
 }  // namespace scenario

@@ -52,8 +52,11 @@ class Session {
     client::Ref<client::MailItem> mail;
     client::Ref<client::Inspector> window;
   };
-  // A new mail in Drafts, shown in a compose window.
-  Composed ComposeMail(const std::string& subject, const std::string& to = "someone@example.com");
+  // A new mail in Drafts, shown in a compose window (whose "Standard" bar
+  // may lack the Send control: the add-in then puts its button on a bar of
+  // its own).
+  Composed ComposeMail(const std::string& subject, const std::string& to = "someone@example.com",
+                       const std::string& body = "", bool sendOnStandard = true);
   // The user presses the window's "Qorvane" button (on "Standard", or on the
   // add-in's own bar); false when the window has none.
   bool PressQorvane(const client::Ref<client::Inspector>& window);
@@ -61,10 +64,20 @@ class Session {
   // "KelmoraQorvaneAbout"); false when there is none.
   bool PressMenuEntry(const client::Ref<client::Explorer>& window, const std::string& tag);
 
+  // What the person sees, looked at offstage (sim_client.h): these calls
+  // are neither counted nor failed.
   // The deferred folder, or null while there is none.
   client::Ref<client::MAPIFolder> DeferredFolder();
   // The subjects of a folder's items, in its order.
-  static std::vector<std::string> Subjects(const client::Ref<client::MAPIFolder>& folder);
+  std::vector<std::string> Subjects(const client::Ref<client::MAPIFolder>& folder);
+  // The open compose or read window showing a mail with that subject, the
+  // most recently opened first; null when none.
+  client::Ref<client::Inspector> WindowOf(const std::string& subject);
+  // A mail with that subject in the deferred folder, else in the Drafts,
+  // Inbox, Outbox or Sent Items; null when none.
+  client::Ref<client::Item> FindMail(const std::string& subject);
+  // A folder of the store's root by name ("Qorvane", "Drafts", ...), or null.
+  client::Ref<client::MAPIFolder> FolderNamed(const std::string& name);
 
  private:
   sim::SimClient client_;

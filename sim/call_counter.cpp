@@ -1,4 +1,4 @@
-// Call counting and one-shot fault countdowns.
+// Call counting, one-shot and persistent fault countdowns.
 #include "sim/call_counter.h"
 
 #include "base/runtime_error.h"
@@ -6,6 +6,7 @@
 namespace sim {
 
 void CallCounter::Enter(std::string_view interfaceName, std::string_view member) {
+  if (paused_ > 0) return;
   name_.assign(interfaceName);
   name_ += '.';
   name_ += member;
@@ -17,11 +18,27 @@ void CallCounter::Enter(std::string_view interfaceName, std::string_view member)
   }
   ++count->second;
   if (faults_.empty()) return;
-  const auto fault = faults_.find(std::string_view(name_));
-  if (fault == faults_.end() || --fault->second.remaining > 0) return;
-  const std::int32_t error = fault->second.error;
-  std::string description = std::move(fault->second.description);
-  faults_.erase(fault);
+  const auto found = faults_.find(std::string_view(name_));
+  if (found == faults_.end()) return;
+  Fault& fault = found->second;
+  if (fault.remaining > 1) {
+    --fault.remaining;
+    return;
+  }
+  fault.remaining = 0;
+  const std::int32_t error = fault.error;
+  std::string description = fault.description;
+  if (fault.brokenForDays <= 0.0) {
+    faults_.erase(found);
+  } else {
+    const double now = clock_.Now();
+    if (!fault.recoversAt) fault.recoversAt = now + fault.brokenForDays;
+    if (now >= *fault.recoversAt) {
+      faults_.erase(found);  // the client has recovered
+      return;
+    }
+  }
+  ++fired_;
   qorvane::Raise(error, std::move(description));
 }
 
@@ -38,12 +55,12 @@ void CallCounter::Reset() {
 }
 
 void CallCounter::Arm(const std::string& operation, std::int64_t n, std::int32_t error,
-                      const std::string& description) {
+                      const std::string& description, double brokenForDays) {
   if (n <= 0) {
     faults_.erase(operation);
     return;
   }
-  faults_[operation] = Fault{n, error, description};
+  faults_[operation] = Fault{n, error, description, brokenForDays, std::nullopt};
 }
 
 }  // namespace sim

@@ -18,8 +18,13 @@ long FirstButton(long buttons) {
 }  // namespace
 
 long RecordedMessageBox::Show(const std::string& prompt, long buttons, const std::string& title) {
-  calls_.push_back(MessageBoxCall{prompt, buttons, title});
-  return answer_ != 0 ? answer_ : FirstButton(buttons);
+  long answer = answer_ != 0 ? answer_ : FirstButton(buttons);
+  if (!queued_.empty()) {
+    answer = queued_.front();
+    queued_.pop_front();
+  }
+  calls_.push_back(MessageBoxCall{prompt, buttons, title, answer});
+  return answer;
 }
 
 }  // namespace sim

@@ -132,8 +132,8 @@ void SimClient::CloseExplorer(const Ref<client::Explorer>& explorer) {
   world_->CloseExplorer(Own<SimExplorer>(explorer));
 }
 
-Ref<client::Inspector> SimClient::OpenInspector(const Ref<client::Item>& item) {
-  return world_->Hand(world_->OpenInspector(ItemOf(item)));
+Ref<client::Inspector> SimClient::OpenInspector(const Ref<client::Item>& item, bool sendOnStandard) {
+  return world_->Hand(world_->OpenInspector(ItemOf(item), sendOnStandard));
 }
 
 void SimClient::CloseInspector(const Ref<client::Inspector>& inspector) {
@@ -188,6 +188,8 @@ void SimClient::MarkUnresolvable(const std::string& recipient) {
 const std::vector<SentMail>& SimClient::SendLog() const { return world_->sendLog; }
 const std::vector<MessageBoxCall>& SimClient::MessageBoxes() const { return world_->messageBox.Calls(); }
 void SimClient::SetMessageBoxAnswer(long answer) { world_->messageBox.SetAnswer(answer); }
+void SimClient::QueueMessageBoxAnswer(long answer) { world_->messageBox.QueueAnswer(answer); }
+std::size_t SimClient::PendingMessageBoxAnswers() const { return world_->messageBox.PendingAnswers(); }
 
 bool SimClient::SendFromUser(const Ref<client::MailItem>& mail) {
   const ItemPtr item = ItemOf(mail);
@@ -201,6 +203,7 @@ bool SimClient::SendFromUser(const Ref<client::MailItem>& mail) {
 
 int SimClient::SyncStarts() const { return world_->syncObject->starts; }
 void SimClient::SetSyncFinishesLater(bool later) { world_->syncObject->finishLater = later; }
+bool SimClient::SyncRunning() const { return world_->syncObject->running; }
 void SimClient::FinishSync() { world_->syncObject->Finish(); }
 void SimClient::RaiseSyncError(long code, const std::string& description) {
   world_->syncObject->Fail(code, description);
@@ -216,7 +219,16 @@ void SimClient::FailCall(const std::string& operation, std::int64_t n, std::int3
   world_->counter.Arm(operation, n, error, description);
 }
 
+void SimClient::FailCallsFrom(const std::string& operation, std::int64_t n, double days, std::int32_t error,
+                              const std::string& description) {
+  world_->counter.Arm(operation, n, error, description, days);
+}
+
 void SimClient::ClearFaults() { world_->counter.ClearFaults(); }
+std::int64_t SimClient::FaultsFired() const { return world_->counter.FaultsFired(); }
+
+SimClient::Offstage::Offstage(SimClient& client) : client_(client) { client_.world_->counter.Pause(); }
+SimClient::Offstage::~Offstage() { client_.world_->counter.Resume(); }
 std::vector<std::string> SimClient::Operations() const { return world_->counter.Seen(); }
 
 long SimClient::LiveObjects() const { return world_->handles.Count(); }

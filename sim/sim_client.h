@@ -55,6 +55,7 @@ struct MessageBoxCall {
   std::string prompt;
   long buttons = 0;
   std::string title;
+  long answer = 0;  // the button the box gave back
 };
 
 struct SimOptions {
@@ -108,7 +109,9 @@ class SimClient {
   // --- windows -------------------------------------------------------------
   Ref<client::Explorer> OpenExplorer(const Ref<client::MAPIFolder>& folder);
   void CloseExplorer(const Ref<client::Explorer>& explorer);  // raises its Close event
-  Ref<client::Inspector> OpenInspector(const Ref<client::Item>& item);
+  // sendOnStandard false: the window's "Standard" bar has no Send control,
+  // as on clients whose mail editor shows its own.
+  Ref<client::Inspector> OpenInspector(const Ref<client::Item>& item, bool sendOnStandard = true);
   void CloseInspector(const Ref<client::Inspector>& inspector);
   // What the user selected in the explorer (its Selection from now on).
   void Select(const Ref<client::Explorer>& explorer, const std::vector<Ref<client::Item>>& items);
@@ -133,6 +136,10 @@ class SimClient {
   const std::vector<MessageBoxCall>& MessageBoxes() const;
   // The answer the next message boxes give (default: the first button).
   void SetMessageBoxAnswer(long answer);
+  // The answer of the next box not yet answered; queued answers go before
+  // the standing one.
+  void QueueMessageBoxAnswer(long answer);
+  std::size_t PendingMessageBoxAnswers() const;
   // The user sends the mail from its window: ItemSend is raised and, unless
   // a handler cancels, the mail is logged and filed like a safe-mail send.
   // Returns whether it was sent.
@@ -141,6 +148,8 @@ class SimClient {
   int SyncStarts() const;
   // With `later`, a run started from now on stays open until FinishSync.
   void SetSyncFinishesLater(bool later);
+  // Whether a run is open (held with SetSyncFinishesLater).
+  bool SyncRunning() const;
   void FinishSync();
   // The running Send/Receive reports an error through OnError.
   void RaiseSyncError(long code, const std::string& description);
@@ -155,7 +164,28 @@ class SimClient {
   // runtime error; 0 or a negative n clears the fault.
   void FailCall(const std::string& operation, std::int64_t n, std::int32_t error = client::kUnspecified,
                 const std::string& description = "Unspecified error");
+  // The client breaks at the nth call of the operation and stays broken: every
+  // later call of it raises too, until `days` of the clock have passed since
+  // the first failure; then it works again.
+  void FailCallsFrom(const std::string& operation, std::int64_t n, double days, std::int32_t error = -2147467259,
+                     const std::string& description = "Unspecified error");
   void ClearFaults();
+  // Failures the armed faults have thrown since the client was created.
+  std::int64_t FaultsFired() const;
+
+  // While one lives, calls into the client are neither counted nor failed:
+  // the harness looks at the client (or sets it up) without taking part in
+  // what a campaign measures. Never hold one across a call into the add-in.
+  class Offstage {
+   public:
+    explicit Offstage(SimClient& client);
+    ~Offstage();
+    Offstage(const Offstage&) = delete;
+    Offstage& operator=(const Offstage&) = delete;
+
+   private:
+    SimClient& client_;
+  };
   // Operations whose calls were counted since the client was created (for a
   // campaign over all of them); ResetCounts does not forget them.
   std::vector<std::string> Operations() const;

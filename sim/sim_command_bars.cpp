@@ -181,7 +181,7 @@ std::shared_ptr<CommandBarSet> NewExplorerBars(World& world) {
   return set;
 }
 
-std::shared_ptr<CommandBarSet> NewInspectorBars(World& world) {
+std::shared_ptr<CommandBarSet> NewInspectorBars(World& world, bool sendOnStandard) {
   auto set = std::make_shared<CommandBarSet>();
   auto menu = std::make_shared<SimCommandBar>(world, "Menu Bar");
   AddPopup(*menu, 30002, "&File", {{3, "&Save"}, {106, "&Close"}});
@@ -189,7 +189,7 @@ std::shared_ptr<CommandBarSet> NewInspectorBars(World& world) {
   tools->popup->controls.front()->action = [&world] { ++world.spellChecks; };
   AddPopup(*menu, kHelpMenuId, "&Help", {{984, "&Help Topics"}});
   auto standard = std::make_shared<SimCommandBar>(world, "Standard");
-  standard->Append(client::msoControlButton, 2617, "&Send");
+  if (sendOnStandard) standard->Append(client::msoControlButton, 2617, "&Send");
   standard->Append(client::msoControlButton, 3, "&Save");
   standard->Append(client::msoControlButton, 1079, "&Insert File...");
   set->bars = {menu, standard};

@@ -91,7 +91,7 @@ struct CommandBarSet {
 };
 
 std::shared_ptr<CommandBarSet> NewExplorerBars(World& world);
-std::shared_ptr<CommandBarSet> NewInspectorBars(World& world);
+std::shared_ptr<CommandBarSet> NewInspectorBars(World& world, bool sendOnStandard = true);
 
 class SimCommandBars final : public client::CommandBars {
  public:

@@ -96,8 +96,8 @@ client::Ref<client::EventSubscription> SimExplorers::Advise(client::ExplorersEve
   return world_.Hand(world_.explorersEvents.Advise(sink));
 }
 
-SimInspector::SimInspector(World& world, ItemPtr item)
-    : world_(world), item_(std::move(item)), bars_(NewInspectorBars(world)) {}
+SimInspector::SimInspector(World& world, ItemPtr item, bool sendOnStandard)
+    : world_(world), item_(std::move(item)), bars_(NewInspectorBars(world, sendOnStandard)) {}
 
 void SimInspector::Use(const char* member) {
   world_.Enter("Inspector", member);

@@ -68,7 +68,7 @@ class SimExplorers final : public client::Explorers {
 
 class SimInspector final : public client::Inspector {
  public:
-  SimInspector(World& world, ItemPtr item);
+  SimInspector(World& world, ItemPtr item, bool sendOnStandard = true);
 
   client::Ref<client::Item> CurrentItem() override;
   client::Ref<client::CommandBars> CommandBars() override;

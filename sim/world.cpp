@@ -155,8 +155,8 @@ void World::CloseExplorer(SimExplorer& explorer) {
   std::erase_if(explorers, [&](const auto& open) { return open.get() == &explorer; });
 }
 
-std::shared_ptr<SimInspector> World::OpenInspector(const ItemPtr& item) {
-  auto inspector = std::make_shared<SimInspector>(*this, item);
+std::shared_ptr<SimInspector> World::OpenInspector(const ItemPtr& item, bool sendOnStandard) {
+  auto inspector = std::make_shared<SimInspector>(*this, item, sendOnStandard);
   inspectors.push_back(inspector);
   const client::Ref<client::Inspector> opened = Hand(inspector);
   inspectorsEvents.Raise([&](client::InspectorsEvents& sink) { sink.NewInspector(opened); });

@@ -84,12 +84,12 @@ class World {
   // --- windows ----------------------------------------------------------------
   std::shared_ptr<SimExplorer> OpenExplorer(const std::shared_ptr<SimFolder>& folder);
   void CloseExplorer(SimExplorer& explorer);
-  std::shared_ptr<SimInspector> OpenInspector(const ItemPtr& item);
+  std::shared_ptr<SimInspector> OpenInspector(const ItemPtr& item, bool sendOnStandard = true);
   void CloseInspector(SimInspector& inspector, long saveMode);
 
   SimOptions options;
-  CallCounter counter;
   VirtualClock clock;
+  CallCounter counter{clock};
   qorvane::VirtualTimers timers{&clock};
   qorvane::FixedOffsetTimeZone timeZone;
   LiveHandles handles;

@@ -18,6 +18,7 @@ int RunEncode(Args args, std::ostream& out, std::ostream& err);
 int RunDecode(Args args, std::ostream& out, std::ostream& err);
 int RunRegistry(Args args, std::ostream& out, std::ostream& err);
 int RunIgnoreList(Args args, std::ostream& out, std::ostream& err);
+int RunDemo(Args args, std::ostream& out, std::ostream& err);
 int RunSelfCheck(Args args, std::ostream& out, std::ostream& err);
 
 // The whole tool: global options, dispatch, error reporting. A run leaves

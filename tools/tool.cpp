@@ -27,6 +27,7 @@ const char* const kHelp =
     "Works with Qorvane send schedules outside the mail client.\n"
     "\n"
     "Commands:\n"
+    "  demo         play a person's week with the add-in in a simulated mail client\n"
     "  occurrences  list the send times of a recurrence pattern\n"
     "  describe     print the sentence the add-in shows for a schedule\n"
     "  encode       print the line a schedule is stored as on a mail\n"
@@ -51,6 +52,7 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
+    {"demo", RunDemo},
     {"occurrences", RunOccurrences},
     {"describe", RunDescribe},
     {"encode", RunEncode},

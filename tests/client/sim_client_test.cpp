@@ -1,7 +1,8 @@
 // What only the simulated client does: its send log (the attachments in it
 // are left to the store tests); counting every interface call under
-// "<Interface>.<Member>"; failing the nth call of an operation once; and
-// staying fast on a big folder.
+// "<Interface>.<Member>"; failing the nth call of an operation once, or
+// from the nth call on for a while; calls the harness makes offstage; queued
+// message-box answers; and staying fast on a big folder.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -10,6 +11,7 @@
 #include <tuple>
 
 #include "base/runtime_error.h"
+#include "platform/message_box.h"
 #include "sim/sim_client.h"
 #include "tests/client/client_fixture.h"
 
@@ -107,6 +109,44 @@ TEST_F(SimClientTest, ArmedFaultFailsTheNthCallOnce) {
     EXPECT_TRUE(sim.SendLog().empty()) << "a failed send sends nothing";
     EXPECT_NO_THROW(call()) << "a fault fires once";
   }
+}
+
+TEST_F(SimClientTest, APersistentFaultFailsEveryCallUntilTheClientRecovers) {
+  const auto mail = sim.AddMail(Folder(client::olFolderOutbox), "broken", "a@example.com");
+  const double start = sim.Now();
+  sim.FailCallsFrom("MailItem.Subject", 2, 10.0 / 1440);
+  const std::int64_t firedBefore = sim.FaultsFired();
+  // Minutes after the start, and whether the call then fails.
+  const std::pair<int, bool> calls[] = {{0, false}, {1, true}, {5, true}, {10, true}, {11, false}, {12, false}};
+  for (const auto& [minutes, fails] : calls) {
+    sim.SetNow(start + minutes / 1440.0);
+    EXPECT_EQ(client_conformance::ErrorOf([&] { mail->Subject(); }) != 0, fails) << "minute " << minutes;
+  }
+  EXPECT_EQ(sim.FaultsFired(), firedBefore + 3) << "each failure thrown counts as fired";
+  EXPECT_NO_THROW(mail->To()) << "only its own operation is broken";
+}
+
+TEST_F(SimClientTest, OffstageCallsAreNeitherCountedNorFailed) {
+  const auto mail = sim.AddMail(Folder(client::olFolderOutbox), "looked at", "a@example.com");
+  sim.FailCall("MailItem.Subject", 1);
+  {
+    const SimClient::Offstage offstage(sim);
+    EXPECT_EQ(mail->Subject(), "looked at");
+  }
+  EXPECT_EQ(sim.CallCount("MailItem.Subject"), 0);
+  EXPECT_NE(client_conformance::ErrorOf([&] { mail->Subject(); }), 0) << "the fault waited for the add-in's call";
+  EXPECT_EQ(sim.FaultsFired(), 1);
+}
+
+TEST_F(SimClientTest, QueuedMessageBoxAnswersGoFirstThenTheStandingOne) {
+  sim.SetMessageBoxAnswer(qorvane::vbNo);
+  sim.QueueMessageBoxAnswer(qorvane::vbCancel);
+  sim.QueueMessageBoxAnswer(qorvane::vbYes);
+  EXPECT_EQ(sim.PendingMessageBoxAnswers(), 2u);
+  std::vector<long> answers;
+  for (int i = 0; i < 3; ++i) answers.push_back(qorvane::MsgBox("?", qorvane::vbYesNoCancel));
+  EXPECT_EQ(answers, (std::vector<long>{qorvane::vbCancel, qorvane::vbYes, qorvane::vbNo}));
+  EXPECT_EQ(sim.PendingMessageBoxAnswers(), 0u);
 }
 
 TEST_F(SimClientTest, BigFolderRestrictsInOneCallAndMovesItemsOutInOrderFast) {
