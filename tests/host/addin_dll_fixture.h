@@ -60,11 +60,11 @@ class AddInDllTest : public ::testing::Test {
   std::string MakeFile(const std::string& name, const std::string& contents);
 
   // The button every dialog that comes is closed with: Cancel where it has
-  // one, unless a test asks for its OK. A test that expects a dialog looks at
-  // Seen().
+  // one, unless a test asks for its OK, or 0 when the test drives the dialogs
+  // itself. A test that expects a dialog looks at Seen().
   int answer_ = IDCANCEL;
   host::DialogDriver dialogs_{[this](HWND dialog, const host::SeenDialog&) {
-    host::DialogDriver::Press(dialog, GetDlgItem(dialog, answer_) ? answer_ : IDOK);
+    if (answer_ != 0) host::DialogDriver::Press(dialog, GetDlgItem(dialog, answer_) ? answer_ : IDOK);
   }};
 
  private:

@@ -3,13 +3,16 @@
 // started, run on a real message loop with its real timers, driven through
 // its command bars and ribbon, and stopped; then everything it was handed is
 // given back and the DLL may unload.
+#include <chrono>
 #include <cmath>
+#include <string>
 #include <tuple>
 
 #include "base/runtime_error.h"
 #include "infra/settings.h"
 #include "schedule/mail_props.h"
 #include "tests/host/addin_dll_fixture.h"
+#include "tests/win/dialog_driver.h"
 #include "win/addin/office_interfaces.h"
 #include "win/addin/registration.h"
 #include "win/com/apartment.h"
@@ -140,6 +143,58 @@ TEST_F(AddInDll, AComposeWindowGetsItsButtonAfterSendWhosePressOpensTheScheduleD
   ASSERT_EQ(dialogs_.Seen().size(), 2u);
   EXPECT_EQ(Subjects(DeferredFolder(outlook)), std::vector<std::string>{"Weekly report"});
   for (const std::string& line : NewLogLines()) ADD_FAILURE() << line;
+  outlook.Stop();
+  EXPECT_EQ(outlook.ObjectsStillHeld(), 0);
+  EXPECT_TRUE(outlook.AllModulesUnloadable());
+}
+
+// The whole road as a user takes it: the compose window's button, the real
+// one-time and recurrence dialogs driven through their controls (weekly on
+// today and the day after tomorrow, 3 sends, a start time already past), the
+// mail waiting in "Qorvane", sent by a tick through the safe-mail library
+// with its attachment, the next send time published.
+TEST_F(AddInDll, AMailScheduledInTheRealDialogsIsSentByTheTickWithItsAttachment) {
+  const double timeOfDay = std::fmod(Now(), 1.0) - 2 * kMinute;
+  if (timeOfDay < 0) GTEST_SKIP() << "too close to midnight for a send time earlier today";
+  const double today = std::floor(Now());
+  const int weekday = static_cast<int>(std::fmod(today - 1, 7.0));  // 0 Sunday, as the day boxes count
+  host::HostOutlook outlook;
+  outlook.Start();
+  const auto composed = outlook.ComposeMail("Weekly report");
+  composed.mail->Attachments()->Add(MakeFile("summary.txt", "the weekly numbers"), "summary.txt");
+  const auto button = composed.window->CommandBars()->Item("Standard")->FindControl(0, 0, "KelmoraQorvane");
+  ASSERT_TRUE(button);
+
+  answer_ = 0;
+  qorvane::testing::DialogDriver user(std::chrono::seconds(30));
+  user.Click("frmOnce", "optRecurrence");
+  user.SetDate("frmRecurrence", "ctlStartDate", today);
+  user.SetDate("frmRecurrence", "ctlStartTime", today + timeOfDay);
+  user.Do("frmRecurrence", [&](HWND dialog) {
+    for (int day = 0; day < 7; ++day) {
+      const HWND box = qorvane::testing::ControlWindow(dialog, "frmRecurrence", "arWeekDays(" + std::to_string(day) + ")");
+      const bool wanted = day == weekday || day == (weekday + 2) % 7;
+      if ((SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED) != wanted) SendMessageW(box, BM_CLICK, 0, 0);
+    }
+  });
+  user.Type("frmRecurrence", "txtOccurrences", "3");
+  user.Click("frmRecurrence", "btnOK");
+  outlook.Client().Click(button);
+  EXPECT_TRUE(user.Done()) << "steps left over";
+  EXPECT_FALSE(user.TimedOut());
+  ASSERT_EQ(Subjects(DeferredFolder(outlook)), std::vector<std::string>{"Weekly report"});
+
+  ASSERT_TRUE(outlook.RunUntil([&] { return !outlook.Client().SendLog().empty(); }, 75000))
+      << "a tick comes every minute";
+  const auto& sent = outlook.Client().SendLog().front();
+  EXPECT_EQ(sent.subject, "Weekly report");
+  EXPECT_EQ(sent.attachmentNames, std::vector<std::string>{"summary.txt"});
+  const auto deferred = DeferredFolder(outlook);
+  ASSERT_EQ(Subjects(deferred), std::vector<std::string>{"Weekly report"}) << "two sends to go";
+  CMailProps next;
+  ASSERT_TRUE(next.ReadProps(deferred->Items()->Item(1)));
+  EXPECT_NEAR(next.m_ScheduleTime, TodayAt(timeOfDay) + 2, 1.0 / 1440);
+  EXPECT_FALSE(qorvane::settings::ReadOwnString(qorvane::settings::kNextOccurence).empty());
   outlook.Stop();
   EXPECT_EQ(outlook.ObjectsStillHeld(), 0);
   EXPECT_TRUE(outlook.AllModulesUnloadable());
