@@ -29,7 +29,7 @@ namespace fs = std::filesystem;
 
 // The week the demo plays: scenario/scripts/week.script, built in.
 const char* const kWeekScript =
-#include "week_script.inc"
+#include "tools/week_script.inc"
     ;
 
 const char* const kHelp =
