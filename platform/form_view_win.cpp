@@ -192,20 +192,22 @@ class DialogSession {
 
 bool IsTopmost(HWND window) { return (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }
 
+struct OwnedSearch {
+  HWND owner;
+  std::vector<HWND> found;
+};
+
+// A named CALLBACK rather than a lambda: 32-bit Windows wants __stdcall.
+BOOL CALLBACK CollectOwned(HWND window, LPARAM data) {
+  auto* search = reinterpret_cast<OwnedSearch*>(data);
+  if (GetWindow(window, GW_OWNER) == search->owner) search->found.push_back(window);
+  return TRUE;
+}
+
 // The thread's top-level windows that `owner` owns.
 std::vector<HWND> OwnedPopups(HWND owner) {
-  struct Search {
-    HWND owner;
-    std::vector<HWND> found;
-  } search{owner, {}};
-  EnumThreadWindows(
-      GetCurrentThreadId(),
-      [](HWND window, LPARAM data) -> BOOL {
-        auto* s = reinterpret_cast<Search*>(data);
-        if (GetWindow(window, GW_OWNER) == s->owner) s->found.push_back(window);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&search));
+  OwnedSearch search{owner, {}};
+  EnumThreadWindows(GetCurrentThreadId(), &CollectOwned, reinterpret_cast<LPARAM>(&search));
   return search.found;
 }
 
